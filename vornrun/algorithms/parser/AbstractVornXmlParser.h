@@ -1,0 +1,85 @@
+#pragma once
+/// \file
+/// What all parsers of the two input files share: the walk over child elements, with shared elements resolved.
+/// Only child elements count; text and comments are passed over. Every element that a helper finds passes through
+/// checkReference(), so that no caller ever sees a reference in place of its target.
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <xercesc/util/XercesDefs.hpp>
+
+#include "vornrun/Log.h"
+#include "vornrun/algorithms/parser/VornXmlTags.h"
+#include "vornrun/datastructures/vorn/syntax/VornDataTypes.h"
+
+XERCES_CPP_NAMESPACE_BEGIN
+class DOMDocument;
+class DOMElement;
+XERCES_CPP_NAMESPACE_END
+
+namespace vornrun::parser {
+
+/// Elements by object identifier. Made by the parser's caller, filled per document, shared by all sub-parsers.
+using XmlContext = std::map<std::string, const xercesc::DOMElement*>;
+
+class AbstractVornXmlParser {
+  public:
+    explicit AbstractVornXmlParser(XmlContext& context);
+    AbstractVornXmlParser(const AbstractVornXmlParser&) = delete;
+    AbstractVornXmlParser& operator=(const AbstractVornXmlParser&) = delete;
+    virtual ~AbstractVornXmlParser();    // gives the library back after the names that it transcoded
+
+  protected:
+    using Elements = std::vector<const xercesc::DOMElement*>;
+
+    /// Stores every element with an "objid" under it; of a repeated identifier the last one stands.
+    /// \throws VornXmlCorruptedVornException naming the identifier when references lead back into themselves
+    void buildContext(const xercesc::DOMDocument* document);
+    /// The element itself, or the target of its "objref", in a single step.
+    /// \throws VornXmlParserException when nothing carries the identifier
+    const xercesc::DOMElement* checkReference(const xercesc::DOMElement* element) const;
+
+    // All names below are matched on the element as it stands; `local` matches the local name instead of the tag name.
+    /// \throws VornXmlNodeMissingException when there is no child element
+    const xercesc::DOMElement* firstChild(const xercesc::DOMElement* element) const;
+    /// The child element at position i from 0. \throws VornXmlNodeMissingException when there are fewer
+    const xercesc::DOMElement* indexChild(const xercesc::DOMElement* element, unsigned int i) const;
+    /// Null when there is none.
+    const xercesc::DOMElement* findChildWithName(const xercesc::DOMElement* element, const XMLCh* tag,
+                                                 bool local = false) const;
+    /// \throws VornXmlNodeMissingException with the description when there is none
+    const xercesc::DOMElement* expectChildNode(const xercesc::DOMElement* element, const XMLCh* tag,
+                                               const std::string& description, bool local = false) const;
+    /// All child elements, in document order.
+    Elements listChildren(const xercesc::DOMElement* element) const;
+    /// Those of that name, in document order.
+    Elements listChildrenWithTag(const xercesc::DOMElement* element, const XMLCh* tag, bool local = false) const;
+    /// As listChildrenWithTag(); each child element of another name is skipped with a warning.
+    Elements listOnlyChildrenWithTag(const xercesc::DOMElement* element, const XMLCh* tag) const;
+    std::string getNameFromChildNodes(const xercesc::DOMElement* element) const;
+    /// The type that the child `data_type` names in its attribute "type".
+    VornDataTypeTag getDataTypeFromChildNodes(const xercesc::DOMElement* element) const;
+    /// Mode names in the child `in_modes`; empty without that child, which means all modes.
+    std::vector<std::string> inModes(const xercesc::DOMElement* element) const;
+    /// The element's attribute "type"; empty when it has none.
+    std::string typeAttribute(const xercesc::DOMElement* element) const;
+
+    const VornXmlTags& tags() const noexcept { return *mTags; }
+    bool xercesInitialized() const noexcept { return mXercesInitialized; }
+    XmlContext& context() const noexcept { return mContext; }
+
+    static const Log sLogger;    // "root.vornxml", shared by all parsers
+
+  private:
+    struct AttributeNames;    // "key", "type", "objid" and "objref", transcoded
+
+    bool mXercesInitialized;
+    std::unique_ptr<VornXmlTags> mTags;
+    std::unique_ptr<AttributeNames> mAttributes;
+    XmlContext& mContext;
+};
+
+}  // namespace vornrun::parser

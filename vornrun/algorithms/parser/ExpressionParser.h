@@ -1,0 +1,45 @@
+#pragma once
+/// \file
+/// Expression elements of either input file become expression trees, value elements become constants.
+
+#include "vornrun/algorithms/parser/VornXmlParser.h"
+#include "vornrun/datastructures/vorn/syntax/expressions/OperatorType.h"
+
+namespace vornrun {
+
+class VornExpressionTree;
+class VornValue;
+class VornVariable;
+
+namespace parser {
+/// The operator of a number from 0 to 19. \throws VornXmlUnexpectedValueException for any other
+OperatorType parsedIntToOperatorType(int number);
+}  // namespace parser
+
+/// Structural faults throw VornXmlException. Type faults are logged and give null, which climbs up through the callers.
+/// All results are owned by the caller.
+class VornXmlParser::ExpressionParser final : public parser::AbstractVornXmlParser {
+  public:
+    explicit ExpressionParser(parser::XmlContext& context);
+
+    /// The tree of an expression element, or null when an operand in it failed.
+    VornExpressionTree* parseSubexpression(const xercesc::DOMElement* element) const;
+    /// The variable that an element names.
+    VornVariable* parseIdentifierNode(const xercesc::DOMElement* element) const;
+    /// A constant of the type that the element's node type gives.
+    VornValue* parseVornValue(const xercesc::DOMElement* element) const;
+    /// A constant of the given type; null for an interval, of which no constant can be written.
+    VornValue* parseVornValueOfGivenType(const xercesc::DOMElement* element, VornDataTypeTag tag) const;
+    /// The number in `node_type`, 0 to 20 without 17 and 18.
+    int getNodeTypeForExpressionNode(const xercesc::DOMElement* element) const;
+    /// The data type of that number.
+    VornDataTypeTag getDataTypeForExpressionLeaves(const xercesc::DOMElement* element) const;
+
+  private:
+    VornExpressionTree* parseBinaryExpression(const xercesc::DOMElement* element) const;
+    VornExpressionTree* parseUnaryExpression(const xercesc::DOMElement* element) const;
+    VornExpressionTree* parseCaseExpression(const xercesc::DOMElement* element) const;
+    VornExpressionTree* parseTrajectoryNode(const xercesc::DOMElement* element) const;
+};
+
+}  // namespace vornrun

@@ -1,0 +1,105 @@
+#pragma once
+/// \file
+/// The faults of the two input files. what() frames a description with the kind of the fault.
+
+#include <exception>
+#include <string>
+
+namespace vornrun {
+
+/// Any fault of an input file.
+class VornXmlException : public std::exception {
+  public:
+    explicit VornXmlException(std::string description);
+    VornXmlException(std::string description, unsigned int line);
+
+    /// "Error while parsing: " (with a line: "Error while parsing on line: N "), the description, and the kind of the
+    /// fault in parentheses unless that is empty.
+    const char* what() const noexcept override;
+    /// The kind of the fault.
+    virtual std::string errorTypeMsg() const { return "General parser error"; }
+    virtual std::string errorDescription() const { return mDescription; }
+
+  private:
+    std::string mDescription;
+    unsigned int mLine;
+    bool mHasLine;
+    mutable std::string mWhat;    // filled by what(), which must return storage that outlives the call
+};
+
+namespace parser {
+
+class VornXmlParserException : public VornXmlException {
+  public:
+    using VornXmlException::VornXmlException;
+    std::string errorTypeMsg() const override { return "Parser failed."; }
+};
+
+class VornInvalidXmlException : public VornXmlException {
+  public:
+    using VornXmlException::VornXmlException;
+    std::string errorTypeMsg() const override { return "Invalid xml."; }
+};
+
+class VornXmlCorruptedVornException : public VornXmlException {
+  public:
+    using VornXmlException::VornXmlException;
+    std::string errorTypeMsg() const override { return "Xml encoded invalid vorn."; }
+};
+
+/// Something else stands where a thing was expected.
+class VornXmlUnexpected_Exception : public VornXmlException {
+  public:
+    VornXmlUnexpected_Exception(std::string description, std::string expected, std::string found);
+    /// "node" or "value".
+    virtual std::string whatIsMissing() const = 0;
+    std::string errorTypeMsg() const override;
+
+  private:
+    std::string mExpected;
+    std::string mFound;
+};
+
+class VornXmlUnexpectedNodeException final : public VornXmlUnexpected_Exception {
+  public:
+    using VornXmlUnexpected_Exception::VornXmlUnexpected_Exception;
+    std::string whatIsMissing() const override { return "node"; }
+};
+
+class VornXmlUnexpectedValueException final : public VornXmlUnexpected_Exception {
+  public:
+    using VornXmlUnexpected_Exception::VornXmlUnexpected_Exception;
+    std::string whatIsMissing() const override { return "value"; }
+};
+
+class VornXmlNodeMissingException final : public VornXmlException {
+  public:
+    VornXmlNodeMissingException(std::string description, std::string child, std::string parent);
+    std::string errorTypeMsg() const override;
+
+  private:
+    std::string mChild;
+    std::string mParent;
+};
+
+class UnknownTypeException final : public VornXmlCorruptedVornException {
+  public:
+    UnknownTypeException(std::string description, std::string typeName);
+    std::string errorTypeMsg() const override;
+
+  private:
+    std::string mTypeName;
+};
+
+class MutualExclusiveException final : public VornXmlCorruptedVornException {
+  public:
+    MutualExclusiveException(std::string description, std::string first, std::string second);
+    std::string errorTypeMsg() const override;
+
+  private:
+    std::string mFirst;
+    std::string mSecond;
+};
+
+}  // namespace parser
+}  // namespace vornrun

@@ -1,0 +1,47 @@
+#pragma once
+/// \file
+/// The roots of the realised model: what prints itself, and what has a number, a name and a parent.
+
+#include <iosfwd>
+#include <string>
+
+namespace vornrun {
+
+/// Anything printable of the realised model.
+class Realisation {
+  public:
+    Realisation() = default;
+    Realisation(const Realisation&) = delete;
+    Realisation& operator=(const Realisation&) = delete;
+    virtual ~Realisation() = default;
+    virtual void print(std::ostream& stream) const = 0;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Realisation& realisation);
+
+/// A numbered, named node of the instance tree.
+class RealisedIdentifier {
+  public:
+    /// A node without a parent.
+    RealisedIdentifier(unsigned int id, std::string identifier);
+    RealisedIdentifier(unsigned int id, const RealisedIdentifier* parent, std::string identifier);
+    RealisedIdentifier(const RealisedIdentifier&) = delete;
+    RealisedIdentifier& operator=(const RealisedIdentifier&) = delete;
+    virtual ~RealisedIdentifier() = default;
+
+    /// Numbers the parts of one kind inside a model, in the order in which they are made.
+    unsigned int id() const noexcept { return mId; }
+    /// Null for the root component.
+    const RealisedIdentifier* parent() const noexcept { return mParent; }
+    /// The local name.
+    const std::string& identifier() const noexcept { return mIdentifier; }
+    /// The names from the root down to this node, joined by ".".
+    std::string fullIdentifier() const;
+
+  private:
+    unsigned int mId;
+    const RealisedIdentifier* mParent;
+    std::string mIdentifier;
+};
+
+}  // namespace vornrun

@@ -1,0 +1,41 @@
+#pragma once
+/// \file
+/// A whole model as its file says it. Read-only once built, and shared by all worker threads.
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "vornrun/datastructures/vorn/syntax/VornPackage.h"
+
+namespace vornrun {
+
+class VornComponentImplementation;
+
+/// Orders implementations by the order in which they were parsed, so that listings do not follow memory addresses.
+struct ImplementationOrder {
+    bool operator()(const VornComponentImplementation* a, const VornComponentImplementation* b) const;
+};
+using RootCandidates = std::set<const VornComponentImplementation*, ImplementationOrder>;
+
+class VornSpecification final : public Vorn {
+  public:
+    /// Adopts the packages, also when it throws, and resolves the subcomponents' references. Of two packages of one
+    /// name the first stays; a WARN on "root.vornxml" names the second.
+    /// \throws std::invalid_argument when a reference names no package, type or implementation
+    explicit VornSpecification(const std::vector<VornPackage*>& packages);
+
+    const std::map<std::string, std::unique_ptr<VornPackage>>& packages() const noexcept { return mPackages; }
+    /// The implementations that no subcomponent of any implementation instantiates, in whatever mode.
+    RootCandidates findRootCandidates() const;
+    void printVorn(std::ostream& stream) const override;
+
+  private:
+    void resolveSubcomponents();
+
+    std::map<std::string, std::unique_ptr<VornPackage>> mPackages;
+};
+
+}  // namespace vornrun

@@ -1,0 +1,54 @@
+#pragma once
+/// \file
+/// The owning pointer by which an operator holds an operand. A missing operand is stood in for by a node of its type
+/// whose evaluation throws, so that the step path tests no pointer.
+
+#include <memory>
+#include <string>
+
+#include "vornrun/datastructures/vorn/syntax/expressions/VornExpressionTree.h"
+
+namespace vornrun {
+
+/// Stands for an operand that is missing. Never handed out: Operand::get() gives null for it.
+template <class T>
+class MissingOperand final : public TypedVornExpressionTree<T> {
+  public:
+    /// \param place which operand of which operator is missing, as the exception shall say
+    explicit MissingOperand(std::string place) : mPlace(std::move(place)) {}
+    typename T::AssociatedDataType evaluateDirect() const override;
+    MissingOperand* clone() const override { return new MissingOperand(*this); }
+    MissingOperand* clone(const std::list<VornExpressionTree*>&) const override { return clone(); }
+    VornExpressionTree* accept(ExpressionTreeVisitor*) const override { return nullptr; }
+    void printExpression(std::ostream& stream) const override;
+
+  private:
+    std::string mPlace;
+};
+
+/// Owns one operand of type T. Never null inside; get() is null when the operand is missing.
+template <class T>
+class Operand {
+  public:
+    /// Adopts the tree; null makes the operand missing.
+    Operand(TypedVornExpressionTree<T>* tree, std::string place);
+
+    TypedVornExpressionTree<T>* get() const noexcept { return mMissing ? nullptr : mTree.get(); }
+    typename T::AssociatedDataType evaluate() const { return mTree->evaluateDirect(); }
+    /// A deep copy of the tree, owned by the caller; null when missing.
+    TypedVornExpressionTree<T>* clone() const { return mMissing ? nullptr : mTree->clone(); }
+    /// Prints the tree, "(null)" when missing.
+    void print(std::ostream& stream) const { mTree->printExpression(stream); }
+
+  private:
+    std::unique_ptr<TypedVornExpressionTree<T>> mTree;
+    bool mMissing;
+};
+
+#define VORN_DECLARE(T)                      \
+    extern template class MissingOperand<T>; \
+    extern template class Operand<T>;
+VORN_FOR_EACH_TYPE(VORN_DECLARE)
+#undef VORN_DECLARE
+
+}  // namespace vornrun

@@ -1,0 +1,55 @@
+#pragma once
+/// \file
+/// Sets of delays. A TimeInterval answers "after which delays from now?": 0 is now, the unit is the model's own.
+/// Invariant: ranges are closed and ascend. A set is empty when `ranges` has no element; `length` does not tell, since
+/// the single point [3, 3] has length 0.
+
+#include <iosfwd>
+#include <vector>
+
+namespace vornrun {
+
+/// Model time and delays, in the model's own unit.
+using Time = double;
+
+/// The delays from `lower` to `upper`, both included; empty when `lower` is greater than `upper`.
+struct TimeRange {
+    Time lower;
+    Time upper;
+
+    bool empty() const noexcept { return lower > upper; }
+    friend bool operator==(const TimeRange&, const TimeRange&) = default;
+};
+
+class TimeInterval {
+  public:
+    /// The largest finite delay, standing for an unbounded one.
+    static constexpr Time INF_TIME = 1.7976931348623157e308;
+    static const TimeInterval EmptyInterval;
+    static const TimeInterval InfiniteInterval;
+
+    /// One range, or no range at all when `lower` is greater than `upper`.
+    TimeInterval(Time lower, Time upper);
+    /// \param ranges ascending; empty ranges are kept as they are
+    explicit TimeInterval(std::vector<TimeRange> ranges);
+
+    /// The delays in both sets. Ranges within 1e-5 of each other count as touching and meet in a single point.
+    TimeInterval intersect(const TimeInterval& other) const;
+    /// The delays in either set; ranges that are separated by any gap stay separate.
+    TimeInterval unite(const TimeInterval& other) const;
+
+    bool empty() const noexcept { return ranges.empty(); }
+
+    // Computed once; 1.0, 0.0 and 0.0 for an interval without ranges, on which callers rely.
+    std::vector<TimeRange> ranges;
+    Time lower;     // of the first range
+    Time upper;     // of the last range
+    Time length;    // the sum over the ranges of upper minus lower
+};
+
+/// "[a, b]", "[a, INFTY]" for an unbounded range, "[]" for an empty one.
+std::ostream& operator<<(std::ostream& stream, const TimeRange& range);
+/// The ranges one behind the other without a separator; "[-]" for no ranges.
+std::ostream& operator<<(std::ostream& stream, const TimeInterval& interval);
+
+}  // namespace vornrun

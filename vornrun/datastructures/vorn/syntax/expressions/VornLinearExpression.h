@@ -1,0 +1,113 @@
+#pragma once
+/// \file
+/// Guards and invariants in the form that tells for which delays they hold: a disjunction of clauses, each a condition
+/// that does not depend on time and a conjunction of linear comparisons.
+
+#include <iosfwd>
+#include <memory>
+#include <vector>
+
+#include "vornrun/Log.h"
+#include "vornrun/datastructures/vorn/syntax/expressions/OperatorType.h"
+#include "vornrun/datastructures/vorn/syntax/expressions/TimeInterval.h"
+#include "vornrun/datastructures/vorn/syntax/expressions/VornExpressionTree.h"
+
+namespace vornrun {
+
+/// One comparison: the sum over the terms of coefficient times variable, compared with a constant. Constant and
+/// coefficients are trees, since they may depend on variables that do not change with time.
+class LinExp {
+  public:
+    /// What one summand needs: the variable's value, its rate of change, and the factor in front of it.
+    struct Term {
+        std::unique_ptr<VornExpressionTree> variable;
+        std::unique_ptr<VornExpressionTree> rate;
+        std::unique_ptr<VornExpressionTree> coefficient;
+    };
+
+    /// Adopts the constant; null is passed on and raises missing_operand when it is evaluated.
+    LinExp(VornExpressionTree* constant, parser::OperatorType op);
+    /// Adopts the three trees; null as above.
+    void addTerm(VornExpressionTree* variable, VornExpressionTree* rate, VornExpressionTree* coefficient);
+    /// The terms joined by " + ", the operator, the constant; rates are not printed.
+    void print(std::ostream& stream) const;
+
+    const std::vector<Term>& terms() const noexcept { return mTerms; }
+    const VornExpressionTree* constant() const noexcept { return mConstant.get(); }
+    parser::OperatorType op() const noexcept { return mOperator; }
+
+    /// Narrows `running` to the delays at which the comparison holds, every variable keeping its present rate.
+    /// With rest = constant - sum(c_i x_i) and rate = sum(c_i r_i) the bound lies at rest / rate; a rate within 1e-6 of
+    /// zero makes the comparison independent of time.
+    /// \return false when the comparison never holds, `running` then being empty and further comparisons of no interest
+    bool restrict(TimeInterval& running) const;
+
+  private:
+    std::vector<Term> mTerms;
+    std::unique_ptr<VornExpressionTree> mConstant;
+    parser::OperatorType mOperator;
+};
+
+class Clause {
+  public:
+    /// Adopts the condition; null means true.
+    explicit Clause(TypedVornExpressionTree<VornBool>* condition);
+    /// Adopts the comparison.
+    void addExpr(LinExp* expression);
+    /// The comparisons joined by " and ", then " and " and the condition if any: a clause without comparisons starts
+    /// with " and ".
+    void print(std::ostream& stream) const;
+    /// The delays at which the clause holds. Computed anew at every call; kept as the last result unless the condition
+    /// fails.
+    TimeInterval holdsWhile() const;
+    /// Shifts the last result, if present, by the time that has passed.
+    void offsetCache(Time delta) const;
+    void invalidateCache() const { mHasLastResult = false; }
+    /// The stored result of the last holdsWhile(), shifted since by offsetCache(); null when there is none.
+    const TimeInterval* lastResult() const noexcept { return mHasLastResult ? &mLastResult : nullptr; }
+
+    /// Null means true.
+    const TypedVornExpressionTree<VornBool>* condition() const noexcept { return mCondition.get(); }
+    const std::vector<std::unique_ptr<LinExp>>& expressions() const noexcept { return mExpressions; }
+
+  private:
+    static const Log sLogger;
+    std::unique_ptr<TypedVornExpressionTree<VornBool>> mCondition;
+    std::vector<std::unique_ptr<LinExp>> mExpressions;
+    mutable TimeInterval mLastResult;    // shifted by offsetCache(), dropped by invalidateCache()
+    mutable bool mHasLastResult;
+};
+
+/// A guard or invariant, held twice: as a plain tree for the present moment and as clauses for the delays to come.
+class VornLinearExpression : public Vorn {
+  public:
+    /// Adopts the plain form and the clauses. A null plain form raises missing_operand when it is evaluated.
+    VornLinearExpression(TypedVornExpressionTree<VornBool>* plain, const std::vector<Clause*>& clauses);
+
+    /// True when no clause has a comparison: the answer then does not depend on the delay.
+    bool isSimple() const noexcept { return mSimple; }
+    /// The plain form, evaluated now.
+    bool holds() const;
+    /// The delays at which the expression holds, from present values and rates.
+    TimeInterval holdsWhile() const;
+    void offsetCache(Time delta) const;
+    void invalidateCache() const;
+
+    /// Prints the plain form.
+    void printVorn(std::ostream& stream) const override;
+
+    const TypedVornExpressionTree<VornBool>* plain() const noexcept { return mPlain.get(); }
+    const std::vector<std::unique_ptr<Clause>>& clauses() const noexcept { return mClauses; }
+    /// What the last holdsWhile() of an expression that is not simple gave; the empty interval at first.
+    const TimeInterval& lastResult() const noexcept { return mLastResult; }
+
+  private:
+    static const Log sLogger;
+    std::unique_ptr<TypedVornExpressionTree<VornBool>> mPlain;
+    std::vector<std::unique_ptr<Clause>> mClauses;
+    bool mSimple;
+    mutable TimeInterval mLastResult;
+    mutable bool mHasLastResult;    // nothing sets it: offsetCache() and invalidateCache() act on the clauses only
+};
+
+}  // namespace vornrun
