@@ -17,7 +17,7 @@ class VornPackageConstructor {
     explicit VornPackageConstructor(const std::string& name);
     VornPackageConstructor(const VornPackageConstructor&) = delete;
     VornPackageConstructor& operator=(const VornPackageConstructor&) = delete;
-    ~VornPackageConstructor();    // the class of the package is incomplete here
+    ~VornPackageConstructor();  // the class of the package is incomplete here
 
     /// Chooses the section that receives what is added from now on.
     void setPrivate(bool isPrivate) noexcept { mPrivate = isPrivate; }

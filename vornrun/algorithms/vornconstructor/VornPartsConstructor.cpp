@@ -41,7 +41,7 @@ VornDataPort* VornPartsConstructor::createDataPort(const std::string& name, Port
     });
 }
 
-#define VORN_DEFINE(T)                                                                                       \
+#define VORN_DEFINE(T)                                                                                        \
     template TypedVornDataPort<T>* VornPartsConstructor::createDataPort<T>(const std::string&, PortDirection, \
                                                                            TypedVornValue<T>*, const PortTag&);
 VORN_FOR_EACH_TYPE(VORN_DEFINE)

@@ -35,7 +35,7 @@ class VornPartsConstructor {
                                                 TypedVornValue<T>* defaultValue, const PortTag& portTag);
 };
 
-#define VORN_DECLARE(T)                                                                                         \
+#define VORN_DECLARE(T)                                                                                              \
     extern template TypedVornDataPort<T>* VornPartsConstructor::createDataPort<T>(const std::string&, PortDirection, \
                                                                                   TypedVornValue<T>*, const PortTag&);
 VORN_FOR_EACH_TYPE(VORN_DECLARE)
