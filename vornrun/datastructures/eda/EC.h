@@ -50,6 +50,9 @@ class EC {
     /// The same without a copy; valid until the next update.
     const std::vector<Target>& targets(const RealisedEventPort* port) const;
 
+    /// The transitions that listen on the event's port in the automaton that raises it; null for none.
+    const PortTransitions* transitionsOf(const QualifiedEvent& event) const;
+
     /// The ports that can raise an event, with the automaton that does, in the order in which the ports were made.
     const std::vector<QualifiedEvent>& getTriggers() const noexcept { return mTriggers; }
     /// The transitions that can start an event, in the order of automata and ids.
@@ -61,17 +64,26 @@ class EC {
     struct ConnPath;
     struct Edge;
     class Builder;
+    /// A node on the way of a walk, and which of its edges comes next.
+    struct Step {
+        const ConnPath* node;
+        bool passive;
+        std::size_t nextEdge;
+    };
 
     void refreshEdge(Edge& edge);
     void invalidateUpstream(ConnPath& node);
-    void walk(const ConnPath& node, bool passive, std::vector<Target>& result) const;
+    void walk(const ConnPath& start, std::vector<Target>& result) const;
+    void enter(const ConnPath& node, bool passive, std::vector<Target>& result) const;
     const ConnPath* sourceOf(const RealisedEventPort* port) const;
 
     static const Log sLogger;    // "root.eda.network.ec"
-    std::vector<std::unique_ptr<ConnPath>> mPaths;     // in creation order, as the dump lists them
-    std::vector<std::unique_ptr<ConnPath>> mHidden;    // sources that the dump does not list
-    std::vector<ConnPath*> mSources;                   // by port id; null for a port that raises nothing
-    std::vector<std::vector<Edge*>> mEdgesOfEDA;       // by EDA::index(): the edges whose activity depends on it
+    std::vector<std::unique_ptr<ConnPath>> mPaths;    // in creation order
+    std::vector<ConnPath*> mSources;                  // by port id; null for a port that raises nothing
+    std::vector<std::vector<Edge*>> mEdgesOfEDA;      // by EDA::index(): the edges whose activity depends on it
+    std::vector<ConnPath*> mPending;                  // work list of invalidateUpstream()
+    unsigned long mVisit = 0;                         // number of the present invalidateUpstream()
+    mutable std::vector<Step> mWalk;                  // work list of walk()
     std::vector<QualifiedEvent> mTriggers;
     QualifiedTransitions mSourceTransitions;
 };

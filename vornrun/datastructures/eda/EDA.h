@@ -31,8 +31,8 @@ struct EDAChanges {
     std::vector<EDA*> forFlows;
     /// An automaton's `active` or `reactivating` has changed: the network's list of active automata is stale.
     bool activity = true;
-    /// An automaton's mode or activity has changed: lists of what can happen now are stale.
-    bool configuration = true;
+    /// Counts the changes of modes and activity, so that a list of what can happen now knows whether it is stale.
+    unsigned long configuration = 1;
 };
 
 class EDA {

@@ -114,14 +114,17 @@ class EDANetwork {
     friend std::ostream& operator<<(std::ostream& stream, const EDANetwork& network);
 
   private:
+    class Collector;
+
     EDA* buildEDAs(const VornComponentRealisation* component);
     void storeEventNames();
     void logTopologyChange() const;
     void restore(const GlobalConfigurationSnapshot& snapshot);
     bool hasListener(const RealisedEventPort* port) const;
     bool hasAblePartner(const EDA* initiator, const RealisedEventPort* port) const;
+    void collectListeners(const EDA* initiator, const RealisedEventPort* port, Collector& collector) const;
+    std::string listEnabled(const ConnectionAsTransitions& enabled) const;
     TimeInterval partnersRemainValidFor(const EDA* initiator, const RealisedEventPort* port) const;
-    class Collector;
 
     static const Log sLogger;    // "root.eda.network"
     ValuationPtr mValuation;
@@ -136,8 +139,9 @@ class EDANetwork {
     bool mReactivationPending;
     std::vector<std::unique_ptr<GlobalConfigurationSnapshot>> mStateStack;
     std::unique_ptr<GlobalConfigurationSnapshot> mInitialState;
-    // Filled by currentActiveTransitions(), stale when mChanges.configuration says so.
+    // Filled by currentActiveTransitions() at the configuration of that number, stale at any other.
     mutable QualifiedTransitions mActiveTransitions;
+    mutable unsigned long mActiveTransitionsAt = 0;
     // Entries taken out of results that shrank, kept for their storage.
     mutable ConnectionAsTransitions mSpareEntries;
 };
