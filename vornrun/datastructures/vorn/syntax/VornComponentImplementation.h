@@ -52,7 +52,7 @@ class VornComponentImplementation final : public Vorn {
     /// Declaration name, ".", own name: the key in the package.
     std::string qualifiedName() const;
     VornComponentCategory category() const { return mDeclaration->category(); }
-    /// \pre a mode of that name exists; borrowed
+    /// Borrowed. \throws std::invalid_argument when there is no mode of that name
     const VornMode* findMode(const std::string& name) const;
     /// Borrowed, in name order.
     std::vector<VornMode*> modePointers() const;

@@ -2,9 +2,11 @@
 /// \file
 /// Packages: component types and their implementations, split into a public and a private part for printing only.
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "vornrun/datastructures/vorn/syntax/Vorn.h"
@@ -46,12 +48,23 @@ class VornPackage final : public Vorn {
   private:
     using Declarations = std::map<std::string, std::unique_ptr<VornComponentDeclaration>>;
     using Implementations = std::map<std::string, std::unique_ptr<VornComponentImplementation>>;
+    /// How many implementations a component type has, and the first of them.
+    struct OfType {
+        VornComponentImplementation* first = nullptr;
+        std::size_t count = 0;
+    };
+
+    void addDeclaration(Declarations& section, VornComponentDeclaration* declaration, const char* sectionName);
+    void addImplementation(Implementations& section, VornComponentImplementation* implementation,
+                           const char* sectionName);
 
     std::string mName;
     Declarations mPublicDeclarations;
     Implementations mPublicImplementations;
     Declarations mPrivateDeclarations;
     Implementations mPrivateImplementations;
+    // By type name, so that resolving a reference to a bare type does not scan the package.
+    std::unordered_map<std::string, OfType> mImplementationsByType;
 };
 
 }  // namespace vornrun

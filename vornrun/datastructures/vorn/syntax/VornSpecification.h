@@ -13,6 +13,7 @@
 namespace vornrun {
 
 class VornComponentImplementation;
+class VornSubComponent;
 
 /// Orders implementations by the order in which they were parsed, so that listings do not follow memory addresses.
 struct ImplementationOrder {
@@ -34,6 +35,9 @@ class VornSpecification final : public Vorn {
 
   private:
     void resolveSubcomponents();
+    /// What the subcomponent's reference names, seen from the package that encloses it.
+    VornComponentImplementation* implementationOf(const VornSubComponent& subcomponent,
+                                                  const VornPackage& enclosing) const;
 
     std::map<std::string, std::unique_ptr<VornPackage>> mPackages;
 };

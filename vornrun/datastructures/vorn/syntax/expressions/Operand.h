@@ -3,19 +3,31 @@
 /// The owning pointer by which an operator holds an operand. A missing operand is stood in for by a node of its type
 /// whose evaluation throws, so that the step path tests no pointer.
 
+#include <cstddef>
 #include <memory>
-#include <string>
+#include <string_view>
 
 #include "vornrun/datastructures/vorn/syntax/expressions/VornExpressionTree.h"
 
 namespace vornrun {
 
+/// Which operand of which operator, for the text of an exception. The texts are literals, so that a place costs
+/// nothing to make.
+struct OperandPlace {
+    std::string_view position;    ///< "Left operand", "Condition", ...
+    std::string_view operation;   ///< the operator as it prints
+    std::size_t number = 0;       ///< counts the cases from 1; 0 where there is one such operand only
+};
+
+/// \throws missing_operand always, naming the place and the type; an empty type is left out
+[[noreturn]] void throwMissingOperand(const OperandPlace& place, std::string_view type);
+
 /// Stands for an operand that is missing. Never handed out: Operand::get() gives null for it.
 template <class T>
 class MissingOperand final : public TypedVornExpressionTree<T> {
   public:
-    /// \param place which operand of which operator is missing, as the exception shall say
-    explicit MissingOperand(std::string place) : mPlace(std::move(place)) {}
+    explicit MissingOperand(const OperandPlace& place) : mPlace(place) {}
+    /// \throws missing_operand always
     typename T::AssociatedDataType evaluateDirect() const override;
     MissingOperand* clone() const override { return new MissingOperand(*this); }
     MissingOperand* clone(const std::list<VornExpressionTree*>&) const override { return clone(); }
@@ -23,7 +35,7 @@ class MissingOperand final : public TypedVornExpressionTree<T> {
     void printExpression(std::ostream& stream) const override;
 
   private:
-    std::string mPlace;
+    OperandPlace mPlace;
 };
 
 /// Owns one operand of type T. Never null inside; get() is null when the operand is missing.
@@ -31,9 +43,10 @@ template <class T>
 class Operand {
   public:
     /// Adopts the tree; null makes the operand missing.
-    Operand(TypedVornExpressionTree<T>* tree, std::string place);
+    Operand(TypedVornExpressionTree<T>* tree, const OperandPlace& place);
 
     TypedVornExpressionTree<T>* get() const noexcept { return mMissing ? nullptr : mTree.get(); }
+    /// \throws missing_operand when the operand is missing
     typename T::AssociatedDataType evaluate() const { return mTree->evaluateDirect(); }
     /// A deep copy of the tree, owned by the caller; null when missing.
     TypedVornExpressionTree<T>* clone() const { return mMissing ? nullptr : mTree->clone(); }

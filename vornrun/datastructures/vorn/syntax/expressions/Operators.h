@@ -3,6 +3,7 @@
 /// The operator nodes of expression trees. The instances are exactly those of BinaryResultType and UnaryResultType and
 /// are compiled in one source file per operator.
 
+#include <cstddef>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -59,6 +60,7 @@ class CaseOperator : public AbstractOperator {
     virtual VornExpressionTree* getDefaultTree() const = 0;
 };
 
+/// The nodes are made by VornExpressionConstructor, or directly by source files that include OperatorInstances.h.
 /// Adopts both operands; either may be null, and then its evaluation throws missing_operand.
 template <class Op, class Result, class Left, class Right>
 class TypedBinaryOperator final : public TypedVornExpressionTree<Result>, private BinaryOperator {
@@ -74,8 +76,9 @@ class TypedBinaryOperator final : public TypedVornExpressionTree<Result>, privat
     void printExpression(std::ostream& stream) const override;
 
   private:
-    Operand<Left> mLeft;
+    // In this order, so that the left operand is deleted first.
     Operand<Right> mRight;
+    Operand<Left> mLeft;
 };
 
 /// Adopts the operand, which may be null as above.
@@ -104,7 +107,7 @@ class TypedCaseOperator final : public TypedVornExpressionTree<T>, private CaseO
     TypedCaseOperator(const std::vector<CasePair>& cases, VornExpressionTree* defaultTree);
 
     std::vector<CasePair> getCases() const override;
-    VornExpressionTree* getDefaultTree() const override { return mDefault.get(); }
+    VornExpressionTree* getDefaultTree() const override { return mDefault.tree.get(); }
     /// \throws std::invalid_argument when the selected value does not convert to T
     typename T::AssociatedDataType evaluateDirect() const override;
     TypedCaseOperator* clone() const override;
@@ -113,12 +116,26 @@ class TypedCaseOperator final : public TypedVornExpressionTree<T>, private CaseO
     void printExpression(std::ostream& stream) const override;
 
   private:
-    struct Case {
-        Operand<VornBool> condition;
-        std::unique_ptr<VornExpressionTree> value;
+    /// A tree of any type, with its typed form beside it when it has the type T.
+    struct Branch {
+        explicit Branch(VornExpressionTree* adopted);
+        std::unique_ptr<VornExpressionTree> tree;
+        TypedVornExpressionTree<T>* typed;
     };
+    // The fields stand in reverse, so that the default is deleted first, then each condition and its value.
+    struct Case {
+        Branch value;
+        Operand<VornBool> condition;
+    };
+    /// \param number counts the cases from 1; 0 is the default
+    typename T::AssociatedDataType evaluateBranch(const Branch& branch, std::size_t number) const;
+
     std::vector<Case> mCases;
-    std::unique_ptr<VornExpressionTree> mDefault;
+    Branch mDefault;
 };
+
+#define VORN_DECLARE(T) extern template class TypedCaseOperator<T>;
+VORN_FOR_EACH_TYPE(VORN_DECLARE)
+#undef VORN_DECLARE
 
 }  // namespace vornrun

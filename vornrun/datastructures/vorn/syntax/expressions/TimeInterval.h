@@ -7,19 +7,9 @@
 #include <iosfwd>
 #include <vector>
 
+#include "vornrun/datastructures/vorn/syntax/expressions/TimeRanges.h"
+
 namespace vornrun {
-
-/// Model time and delays, in the model's own unit.
-using Time = double;
-
-/// The delays from `lower` to `upper`, both included; empty when `lower` is greater than `upper`.
-struct TimeRange {
-    Time lower;
-    Time upper;
-
-    bool empty() const noexcept { return lower > upper; }
-    friend bool operator==(const TimeRange&, const TimeRange&) = default;
-};
 
 class TimeInterval {
   public:
@@ -28,23 +18,37 @@ class TimeInterval {
     static const TimeInterval EmptyInterval;
     static const TimeInterval InfiniteInterval;
 
-    /// One range, or no range at all when `lower` is greater than `upper`.
-    TimeInterval(Time lower, Time upper);
+    /// One range, or no range at all when `lower` is greater than `upper`. Allocates nothing.
+    constexpr TimeInterval(Time lowerBound, Time upperBound)
+        : ranges(TimeRange{lowerBound, upperBound}),
+          lower(lowerBound > upperBound ? EMPTY_LOWER : lowerBound),
+          upper(lowerBound > upperBound ? EMPTY_UPPER : upperBound),
+          length(lowerBound > upperBound ? EMPTY_LENGTH : upperBound - lowerBound) {}
     /// \param ranges ascending; empty ranges are kept as they are
-    explicit TimeInterval(std::vector<TimeRange> ranges);
+    explicit TimeInterval(const std::vector<TimeRange>& ranges);
+    explicit TimeInterval(TimeRanges ranges);
 
     /// The delays in both sets. Ranges within 1e-5 of each other count as touching and meet in a single point.
     TimeInterval intersect(const TimeInterval& other) const;
     /// The delays in either set; ranges that are separated by any gap stay separate.
     TimeInterval unite(const TimeInterval& other) const;
+    /// Makes this the set as it is seen `delta` later: what has passed by then is dropped, the rest moves towards 0.
+    void advance(Time delta);
 
     bool empty() const noexcept { return ranges.empty(); }
 
+    TimeRanges ranges;
     // Computed once; 1.0, 0.0 and 0.0 for an interval without ranges, on which callers rely.
-    std::vector<TimeRange> ranges;
-    Time lower;     // of the first range
-    Time upper;     // of the last range
-    Time length;    // the sum over the ranges of upper minus lower
+    Time lower;   // of the first range
+    Time upper;   // of the last range
+    Time length;  // the sum over the ranges of upper minus lower
+
+  private:
+    static constexpr Time EMPTY_LOWER = 1.0;
+    static constexpr Time EMPTY_UPPER = 0.0;
+    static constexpr Time EMPTY_LENGTH = 0.0;
+
+    void computeScalars() noexcept;
 };
 
 /// "[a, b]", "[a, INFTY]" for an unbounded range, "[]" for an empty one.

@@ -61,7 +61,8 @@ class TypedVornExpressionTree : public virtual VornExpressionTree {
 
     VornValue* evaluationResult() const final;
     VornDataTypeTag type() const final { return T::tag; }
-    /// The value in its typed box; the caller owns it.
+    /// The value in its typed box; the caller owns it. A placeholder mode is duplicated into the box, since the tree
+    /// keeps the one that it evaluates to.
     virtual TypedVornValue<T>* evaluationResultTyped() const;
     /// The plain value. The step path: allocates nothing for the types of fixed size.
     virtual typename T::AssociatedDataType evaluateDirect() const = 0;
@@ -70,6 +71,9 @@ class TypedVornExpressionTree : public virtual VornExpressionTree {
 /// The tree's value as a double: read directly from a real, converted from the other numeric types.
 /// \throws std::invalid_argument when the value's type does not convert to real
 double getDoubleValue(const VornExpressionTree* tree);
+
+template <>
+TypedVornValue<VornModeVal>* TypedVornExpressionTree<VornModeVal>::evaluationResultTyped() const;
 
 #define VORN_DECLARE(T) extern template class TypedVornExpressionTree<T>;
 VORN_FOR_EACH_TYPE(VORN_DECLARE)

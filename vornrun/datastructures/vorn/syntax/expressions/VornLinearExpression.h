@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "vornrun/Log.h"
+#include "vornrun/datastructures/vorn/syntax/expressions/NumberReader.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/OperatorType.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/TimeInterval.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornExpressionTree.h"
@@ -40,19 +41,31 @@ class LinExp {
     /// With rest = constant - sum(c_i x_i) and rate = sum(c_i r_i) the bound lies at rest / rate; a rate within 1e-6 of
     /// zero makes the comparison independent of time.
     /// \return false when the comparison never holds, `running` then being empty and further comparisons of no interest
+    /// \throws missing_operand naming the tree that is null
     bool restrict(TimeInterval& running) const;
 
   private:
+    /// How one term is read, beside the trees themselves.
+    struct TermReader {
+        NumberReader coefficient;
+        NumberReader variable;
+        NumberReader rate;
+    };
+    [[noreturn]] void reportMissingTree() const;
+
     std::vector<Term> mTerms;
     std::unique_ptr<VornExpressionTree> mConstant;
     parser::OperatorType mOperator;
+    std::vector<TermReader> mTermReaders;  // one for each term, in the same order
+    NumberReader mConstantReader;
+    bool mComplete;  // no tree is null
 };
 
 class Clause {
   public:
     /// Adopts the condition; null means true.
     explicit Clause(TypedVornExpressionTree<VornBool>* condition);
-    /// Adopts the comparison.
+    /// Adopts the comparison, which is not null.
     void addExpr(LinExp* expression);
     /// The comparisons joined by " and ", then " and " and the condition if any: a clause without comparisons starts
     /// with " and ".
@@ -61,7 +74,9 @@ class Clause {
     /// fails.
     TimeInterval holdsWhile() const;
     /// Shifts the last result, if present, by the time that has passed.
-    void offsetCache(Time delta) const;
+    void offsetCache(Time delta) const {
+        if (mHasLastResult) mLastResult.advance(delta);
+    }
     void invalidateCache() const { mHasLastResult = false; }
     /// The stored result of the last holdsWhile(), shifted since by offsetCache(); null when there is none.
     const TimeInterval* lastResult() const noexcept { return mHasLastResult ? &mLastResult : nullptr; }
@@ -74,28 +89,43 @@ class Clause {
     static const Log sLogger;
     std::unique_ptr<TypedVornExpressionTree<VornBool>> mCondition;
     std::vector<std::unique_ptr<LinExp>> mExpressions;
-    mutable TimeInterval mLastResult;    // shifted by offsetCache(), dropped by invalidateCache()
+    mutable TimeInterval mLastResult;  // shifted by offsetCache(), dropped by invalidateCache()
     mutable bool mHasLastResult;
 };
 
 /// A guard or invariant, held twice: as a plain tree for the present moment and as clauses for the delays to come.
 class VornLinearExpression : public Vorn {
   public:
-    /// Adopts the plain form and the clauses. A null plain form raises missing_operand when it is evaluated.
+    /// Adopts the plain form and the clauses, none of which is null. A null plain form raises missing_operand when it
+    /// is evaluated.
     VornLinearExpression(TypedVornExpressionTree<VornBool>* plain, const std::vector<Clause*>& clauses);
 
     /// True when no clause has a comparison: the answer then does not depend on the delay.
     bool isSimple() const noexcept { return mSimple; }
     /// The plain form, evaluated now.
-    bool holds() const;
-    /// The delays at which the expression holds, from present values and rates.
+    /// \throws missing_operand when there is none
+    bool holds() const {
+        if (!mPlain) reportMissingPlainForm();
+        return mPlain->evaluateDirect();
+    }
+    /// The delays at which the expression holds, from present values and rates. A simple expression costs one
+    /// evaluation of the plain form; otherwise nothing is allocated as long as no set has more than two ranges.
     TimeInterval holdsWhile() const;
-    void offsetCache(Time delta) const;
-    void invalidateCache() const;
+    /// Shifts what is stored by the time that has passed. Runs for every expression at every time step.
+    void offsetCache(Time delta) const {
+        if (mHasLastResult) mLastResult.advance(delta);
+        for (const auto& clause : mClauses) clause->offsetCache(delta);
+    }
+    /// Forgets what is stored; lastResult() keeps its value.
+    void invalidateCache() const {
+        mHasLastResult = false;
+        for (const auto& clause : mClauses) clause->invalidateCache();
+    }
 
     /// Prints the plain form.
     void printVorn(std::ostream& stream) const override;
 
+    /// Null when it is missing.
     const TypedVornExpressionTree<VornBool>* plain() const noexcept { return mPlain.get(); }
     const std::vector<std::unique_ptr<Clause>>& clauses() const noexcept { return mClauses; }
     /// What the last holdsWhile() of an expression that is not simple gave; the empty interval at first.
@@ -103,11 +133,13 @@ class VornLinearExpression : public Vorn {
 
   private:
     static const Log sLogger;
+    [[noreturn]] static void reportMissingPlainForm();
+
     std::unique_ptr<TypedVornExpressionTree<VornBool>> mPlain;
     std::vector<std::unique_ptr<Clause>> mClauses;
     bool mSimple;
-    mutable TimeInterval mLastResult;
-    mutable bool mHasLastResult;    // nothing sets it: offsetCache() and invalidateCache() act on the clauses only
+    mutable TimeInterval mLastResult;  // written by holdsWhile()
+    mutable bool mHasLastResult;       // nothing sets it: offsetCache() and invalidateCache() act on the clauses only
 };
 
 }  // namespace vornrun

@@ -56,6 +56,8 @@ class TypedVornValue<VornModeVal> final : public TypedVornExpressionTree<VornMod
     void setValue(const RealisedMode* const& mode);
     /// True when this value owns the placeholder that it points at.
     bool owned() const noexcept { return mOwned; }
+    /// What a copy of a value points at: a new placeholder for a placeholder, otherwise the same mode, null included.
+    static const RealisedMode* copyOf(const RealisedMode* mode);
 
     const RealisedMode* evaluateDirect() const override { return mValue; }
     TypedVornValue* clone() const override { return new TypedVornValue(*this); }

@@ -1,0 +1,98 @@
+#pragma once
+/// \file
+/// What a model leaves open at each point of a trace a strategy settles: how long to wait, which transition to take,
+/// and which alternative each synchronising automaton picks. The base owns what all strategies share: the random
+/// generator, the race of the stochastic events, and the uniform choice among alternatives.
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "vornrun/Log.h"
+#include "vornrun/algorithms/simulators/RandomGenerator.h"
+#include "vornrun/algorithms/simulators/SimulationExceptions.h"
+#include "vornrun/algorithms/simulators/SimulationStep.h"
+#include "vornrun/datastructures/eda/EDANetwork.h"
+
+namespace vornrun {
+
+class Simulator;
+
+/// What becomes of the sample of an event that is no longer active.
+enum class SamplePolicy : unsigned int {
+    KeepWhileAsleep = 0,    // kept, standing still, while its automaton sleeps; dropped when the automaton is active
+    DropInactive = 1,       // always dropped
+    AlwaysFresh = 2         // all samples are dropped before each step
+};
+
+class SimulationStrategy {
+  public:
+    SimulationStrategy();
+    /// Clones the generator and reseeds the clone from the system's random device; starts without samples.
+    SimulationStrategy(const SimulationStrategy& other);
+    SimulationStrategy& operator=(const SimulationStrategy&) = delete;
+    virtual ~SimulationStrategy();
+
+    /// The class name.
+    virtual std::string name() const = 0;
+    /// Forgets all samples; called at the start of each run.
+    virtual void reset();
+    /// Makes an entry in the race for each stochastic event port. Called once; neither argument is owned.
+    virtual void registerSimulator(Simulator* simulator, EDANetwork* network);
+    /// A plain copy; the caller owns it.
+    virtual SimulationStrategy* clone() const = 0;
+
+    RandomGenerator* getRandomGenerator() const noexcept { return mRandomGenerator.get(); }
+    /// Adopts the generator.
+    void setRandomGenerator(RandomGenerator* randomGenerator);
+
+    /// Takes one step on the network and returns it; the caller owns it.
+    /// \throws deadlock_exception when no step is possible
+    SimulationStep* executeStep();
+
+    /// An event of the race: the delay until it fires, TimeInterval::INF_TIME while no sample is drawn.
+    using Sample = std::pair<Time, QualifiedEvent>;
+    const std::vector<Sample>& eventSamples() const noexcept { return mEventSamples; }
+    SamplePolicy samplePolicy() const noexcept { return mSamplePolicy; }
+    void setSamplePolicy(SamplePolicy policy) noexcept { mSamplePolicy = policy; }
+
+    // The sampling operations, for the derived strategies and for tests.
+    /// The first entry whose automaton is active; (INF_TIME, (null, null)) without one.
+    Sample getFirstSample() const;
+    /// Lets the first sample fire.
+    SimulationStep* useFirstSample();
+    /// A delay drawn uniformly by measure; the lower end, without a draw, of a set of length 0.
+    Time sampleFromInterval(const TimeInterval& interval);
+    /// Draws samples for active events without one, drops those the policy drops, and sorts the race by time; ties fall
+    /// by network order of the automaton, then by the order in which the ports were made.
+    void generateSamples();
+    /// Counts the samples of active automata down.
+    void updateSamples(Time delta);
+
+  protected:
+    /// Takes the strategy's own step.
+    virtual SimulationStep* simulateStep() = 0;
+    /// One alternative for each automaton, uniformly; a draw each, also where there is no choice.
+    virtual QualifiedTransitions selectTransitions(const ConnectionAsTransitions& options);
+
+    Simulator* simulator() const noexcept { return mSimulator; }
+    EDANetwork& network() const noexcept { return *mNetwork; }
+    RandomGenerator& random() const noexcept { return *mRandomGenerator; }
+    /// A uniform index into a list of `size` elements.
+    std::size_t pick(std::size_t size);
+    static bool isStochastic(const QualifiedTransition& transition) {
+        return transition.second->trigger()->stochastic();
+    }
+
+    static const Log sLogger;    // "root.sim.strat", shared by all strategies
+
+  private:
+    Simulator* mSimulator = nullptr;
+    std::unique_ptr<RandomGenerator> mRandomGenerator;
+    EDANetwork* mNetwork = nullptr;
+    std::vector<Sample> mEventSamples;
+    SamplePolicy mSamplePolicy = SamplePolicy::KeepWhileAsleep;
+};
+
+}  // namespace vornrun

@@ -1,0 +1,50 @@
+#include "vornrun/algorithms/vornconstructor/VornPartsConstructor.h"
+
+#include <memory>
+#include <stdexcept>
+
+namespace vornrun {
+
+std::uint32_t VornPartsConstructor::portIdCounter = 10;
+
+VornEventPort* VornPartsConstructor::createEventPort(const std::string& name, PortDirection direction,
+                                                     bool nonblocking) {
+    return new VornEventPort(portIdCounter++, name, direction, nonblocking);
+}
+
+VornErrorPort* VornPartsConstructor::createErrorPort(const std::string& name, PortDirection direction,
+                                                     bool nonblocking) {
+    return new VornErrorPort(portIdCounter++, name, direction, nonblocking, DistributionType::none, 0.0);
+}
+
+VornErrorPort* VornPartsConstructor::createErrorPort(const std::string& name, PortDirection direction, bool nonblocking,
+                                                     DistributionType distribution, double rate) {
+    // Written as "not greater" so that not-a-number is refused too.
+    if (!(rate > 0.0)) throw std::invalid_argument("Poisson numbers have to be positive");
+    return new VornErrorPort(portIdCounter++, name, direction, nonblocking, distribution, rate);
+}
+
+template <class T>
+TypedVornDataPort<T>* VornPartsConstructor::createDataPort(const std::string& name, PortDirection direction,
+                                                           TypedVornValue<T>* defaultValue, const PortTag& portTag) {
+    return new TypedVornDataPort<T>(portIdCounter++, name, direction, defaultValue, portTag);
+}
+
+VornDataPort* VornPartsConstructor::createDataPort(const std::string& name, PortDirection direction,
+                                                   VornDataTypeTag tag, VornValue* defaultValue,
+                                                   const PortTag& portTag) {
+    std::unique_ptr<VornValue> owned(defaultValue);
+    return withTagClass(tag, [&]<class T>() -> VornDataPort* {
+        auto* const typed = dynamic_cast<TypedVornValue<T>*>(owned.get());
+        if (typed != nullptr) static_cast<void>(owned.release());  // the port adopts it
+        return createDataPort<T>(name, direction, typed, portTag);
+    });
+}
+
+#define VORN_DEFINE(T)                                                                                        \
+    template TypedVornDataPort<T>* VornPartsConstructor::createDataPort<T>(const std::string&, PortDirection, \
+                                                                           TypedVornValue<T>*, const PortTag&);
+VORN_FOR_EACH_TYPE(VORN_DEFINE)
+#undef VORN_DEFINE
+
+}  // namespace vornrun

@@ -1,0 +1,104 @@
+#pragma once
+/// \file
+/// Assignments over value slots: effects, flows and trajectory equations. The untyped classes are the interface, the
+/// typed ones the implementation; flows and trajectories are assignments over both paths, hence the virtual bases.
+
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "vornrun/datastructures/vorn/realisation/Realisation.h"
+#include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
+#include "vornrun/datastructures/vorn/realisation/RealisedVariable.h"
+#include "vornrun/datastructures/vorn/realisation/valuations/ValueRef.h"
+
+namespace vornrun {
+
+class RealisedAssignment : public Realisation {
+  public:
+    /// The variable that is assigned, borrowed. Of a trajectory equation this is the rate, not the variable itself.
+    virtual const RealisedVariable* target() const = 0;
+    /// The assigned expression, borrowed; null when a fault of the model left none.
+    virtual const VornExpressionTree* assignment() const = 0;
+    /// The values that the expression reads.
+    virtual const std::set<TypedValueRef>& refsInAssignment() const = 0;
+    /// Evaluates the expression and stores its value, converted to the target's type: a fraction is cut off towards
+    /// zero on the way to an integer, and what no integer can hold becomes the lowest one.
+    virtual void applyAssignment() const = 0;
+};
+
+class RealisedFlow : public virtual RealisedAssignment {
+  public:
+    /// The modes in which the flow is on; empty means all.
+    virtual const ModeList& activeIn() const = 0;
+};
+
+class RealisedTrajectoryEquation : public virtual RealisedAssignment {
+  public:
+    /// The variable that evolves, borrowed.
+    virtual const RealisedVariable* variable() const = 0;
+    /// Adds rate times `delay` to the variable: one Euler step in place, so that a later equation sees the new value.
+    virtual void applyTime(Time delay) const = 0;
+};
+
+/// \tparam T type of the target \tparam U type of the expression
+template <class T, class U>
+class TypedRealisedAssignment : public virtual RealisedAssignment {
+  public:
+    /// Adopts target and expression. `dependencies` are the variables in the expression, null ones left out.
+    TypedRealisedAssignment(TypedRealisedVariable<T>* target, TypedVornExpressionTree<U>* expression,
+                            const std::vector<RealisedVariable*>& dependencies, ValuationPtr valuation);
+
+    const RealisedVariable* target() const override { return mTarget.get(); }
+    const VornExpressionTree* assignment() const override { return mExpression.get(); }
+    const std::set<TypedValueRef>& refsInAssignment() const override { return mRefs; }
+    void applyAssignment() const override;
+    void print(std::ostream& stream) const override;
+
+  protected:
+    const TypedVornExpressionTree<U>& expression() const noexcept { return *mExpression; }
+    GlobalValuation& valuation() const noexcept { return *mValuation; }
+
+  private:
+    std::unique_ptr<TypedRealisedVariable<T>> mTarget;
+    std::unique_ptr<TypedVornExpressionTree<U>> mExpression;
+    std::set<TypedValueRef> mRefs;
+    ValuationPtr mValuation;
+};
+
+template <class T, class U>
+class TypedRealisedFlow final : public RealisedFlow, public TypedRealisedAssignment<T, U> {
+  public:
+    TypedRealisedFlow(TypedRealisedVariable<T>* target, TypedVornExpressionTree<U>* expression,
+                      const std::vector<RealisedVariable*>& dependencies, ValuationPtr valuation, ModeList modes);
+    const ModeList& activeIn() const override { return mModes; }
+    void print(std::ostream& stream) const override;
+
+  private:
+    ModeList mModes;
+};
+
+template <class T, class U>
+class TypedRealisedTrajectoryEquation final : public RealisedTrajectoryEquation, public TypedRealisedAssignment<T, U> {
+  public:
+    /// Adopts variable, rate and expression; assigning writes `rate`, the passage of time writes `variable`.
+    TypedRealisedTrajectoryEquation(TypedRealisedVariable<T>* variable, TypedRealisedVariable<T>* rate,
+                                    TypedVornExpressionTree<U>* expression,
+                                    const std::vector<RealisedVariable*>& dependencies, ValuationPtr valuation);
+    const RealisedVariable* variable() const override { return mVariable.get(); }
+    void applyTime(Time delay) const override;
+    void print(std::ostream& stream) const override;
+
+  private:
+    std::unique_ptr<TypedRealisedVariable<T>> mVariable;
+};
+
+/// The pairs of target and expression type for which assignments and flows exist.
+template <class T, class U>
+inline constexpr bool isAssignable = std::is_same_v<T, U> || (NumericTag<T> && NumericTag<U>);
+/// The pairs for which trajectory equations exist.
+template <class T, class U>
+inline constexpr bool isTrajectory =
+    (std::is_same_v<T, VornClock> || std::is_same_v<T, VornContinuous>)&&NumericTag<U>;
+
+}  // namespace vornrun

@@ -1,0 +1,39 @@
+#pragma once
+/// \file
+/// Which data type turns into which, and how. The double types convert freely among themselves, the integer types
+/// among themselves and upwards into the double types; nothing is ever truncated, and no bounds are checked.
+
+#include <string_view>
+#include <type_traits>
+
+#include "vornrun/datastructures/vorn/syntax/VornDataTypes.h"
+
+namespace vornrun {
+
+/// True when a value of type From converts to type To.
+template <VornTag From, VornTag To>
+inline constexpr bool isConvertible =
+    std::same_as<From, To> || (IntegerTag<From> && NumericTag<To>) || (DoubleTag<From> && DoubleTag<To>);
+
+/// \throws std::invalid_argument always: "Requested invalid conversion from " the type From " to " the type To
+///         " (value=" the value in the stream's default format ")"
+template <VornTag From>
+[[noreturn]] void throwInvalidConversion(const typename From::AssociatedDataType& value, std::string_view to);
+
+/// Converts a plain value; the pairs without a conversion fail.
+template <class From, class To, class Enable = void>
+struct Converter {
+    /// \throws std::invalid_argument always, see throwInvalidConversion()
+    [[noreturn]] static typename To::AssociatedDataType convert(const typename From::AssociatedDataType& value) {
+        throwInvalidConversion<From>(value, To::op);
+    }
+};
+
+template <class From, class To>
+struct Converter<From, To, std::enable_if_t<isConvertible<From, To>>> {
+    static typename To::AssociatedDataType convert(const typename From::AssociatedDataType& value) {
+        return static_cast<typename To::AssociatedDataType>(value);
+    }
+};
+
+}  // namespace vornrun

@@ -1,0 +1,16 @@
+#include "vornrun/datastructures/vorn/syntax/expressions/BinaryOperatorBody.h"
+
+namespace vornrun {
+
+template <>
+struct BinaryMeaning<VornGt> {
+    /// Strict order has no tolerance, whatever the types.
+    template <class Left, class Right>
+    static bool evaluate(const Operand<Left>& left, const Operand<Right>& right) {
+        return onBothNumbers(left, right, [](auto l, auto r) { return l > r; });
+    }
+};
+
+VORN_NUMERIC_PAIRS(VORN_BINARY_INSTANCE, VornGt)
+
+}  // namespace vornrun

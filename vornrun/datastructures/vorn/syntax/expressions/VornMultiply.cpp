@@ -1,0 +1,22 @@
+#include "vornrun/datastructures/vorn/syntax/expressions/BinaryOperatorBody.h"
+#include "vornrun/datastructures/vorn/syntax/expressions/IntegerArithmetic.h"
+
+namespace vornrun {
+
+template <>
+struct BinaryMeaning<VornMultiply> {
+    template <class Left, class Right>
+    static auto evaluate(const Operand<Left>& left, const Operand<Right>& right) {
+        return onBothNumbers(left, right, [](auto l, auto r) {
+            if constexpr (std::is_same_v<decltype(l), long>) {
+                return wrappingProduct(l, r);
+            } else {
+                return l * r;
+            }
+        });
+    }
+};
+
+VORN_NUMERIC_PAIRS(VORN_BINARY_INSTANCE, VornMultiply)
+
+}  // namespace vornrun
