@@ -61,6 +61,8 @@ class PropertySimulator {
   private:
     void executeSimulation(const CSLFormula* formula, SimulationGenerator* generator);
     void doWork(unsigned int id, const CSLFormula* formula, SimulationGenerator* generator);
+    /// Moves the one result over to those of the worker that wait to be counted.
+    void addResult(unsigned int id, std::list<bool>& result);
     void fail(std::exception_ptr exception);
     /// Counts one sweep if every worker has a result waiting. \return whether the worker shall stop
     bool checkDone(SimulationGenerator* generator);

@@ -3,6 +3,7 @@
 /// One trace at a time: from the initial state through strategy steps until the property is decided or the run fails.
 
 #include <memory>
+#include <string>
 
 #include "vornrun/Log.h"
 #include "vornrun/algorithms/simulators/SimulationExceptions.h"
@@ -54,6 +55,9 @@ class Simulator {
     bool ignoreBoundError = false;
 
   private:
+    /// Takes a step of the strategy. \return false in a deadlock that is allowed
+    bool executeStep();
+    void hitStepBound();
     void logState() const;
     void reportFailure(const std::string& heading) const;
 

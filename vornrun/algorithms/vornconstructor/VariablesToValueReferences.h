@@ -4,36 +4,61 @@
 /// become the real modes. The syntax tree stays untouched; it is shared by all threads.
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "vornrun/Log.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedAssignment.h"
+#include "vornrun/datastructures/vorn/realisation/VornComponentRealisation.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/ValueRef.h"
 
 namespace vornrun {
 
+class VariableSubstitutionExpressionVisitor;
 class VornAssignment;
-class VornComponentRealisation;
 class VornFlow;
 class VornMode;
 class VornTrajectoryEquation;
 class VornVariable;
 
+/// A reference to a slot that its store does not have. A variable has the type that the file gives it at its place of
+/// use; where that is not the type of the part it names, the slot number of the part counts in the wrong store.
+struct StraySlot {
+    std::string component;  ///< that the name is relative to, by its full identifier
+    std::string variable;   ///< as the file writes it
+    VornDataTypeTag type;   ///< that the file gives it
+    ValueRef slot;
+};
+using StraySlots = std::vector<StraySlot>;
+
+/// Checks the slots against the stores again, which grow while a model is realised.
+/// \throws model_exception naming the first variable whose slot is still beyond its store
+void refuseStraySlots(const StraySlots& strays, const GlobalValuation& valuation);
+
 /// Rewrites expressions, assignments, flows, trajectories and linear expressions relative to one component.
 /// Every result is new and owned by the caller. A name that does not resolve is logged at error level and leaves a
-/// null in its place; only evaluating the result fails.
+/// null in its place; only evaluating the result fails. A name of a thing without a value, such as an event port, does
+/// not resolve either.
 class VariablesToValueReferences {
   public:
     /// \param realisation the component that names are relative to; not owned
-    VariablesToValueReferences(const VornComponentRealisation* realisation, ValuationPtr valuation);
+    /// \param strays takes the references made to slots that do not exist (yet), for refuseStraySlots() once all slots
+    /// are made; not owned, null when all types are known to be right
+    VariablesToValueReferences(const VornComponentRealisation* realisation, ValuationPtr valuation,
+                               StraySlots* strays = nullptr);
 
+    /// Null for a null tree, and where the name or mode literal that is the whole tree does not resolve.
     VornExpressionTree* operator()(const VornExpressionTree* tree) const;
-    /// \throws model_exception when the left side does not resolve; null when the types do not fit
+    // Null when the types do not fit. A right side that is only a name that does not resolve becomes an expression
+    // whose evaluation raises missing_operand.
+    // \throws model_exception when the left side is missing or does not resolve, or the right side is missing
     RealisedAssignment* operator()(const VornAssignment* assignment) const;
     RealisedFlow* operator()(const VornFlow* flow, const ModeList& modes) const;
     RealisedTrajectoryEquation* operator()(const VornTrajectoryEquation* equation) const;
+    /// A condition of a clause that does not resolve raises missing_operand when it is evaluated.
+    /// \throws model_exception when a term of a comparison is anything but a coefficient and a variable
     VornLinearExpression* operator()(const VornLinearExpression* expression) const;
-    /// Sets the invariant and the trajectories of `target`.
+    /// Sets the invariant and the trajectories of `target`. An equation whose types do not fit is left out.
     void operator()(const VornMode* mode, RealisedMode* target) const;
 
     /// A variable on the value slot; null when the name does not resolve.
@@ -44,9 +69,27 @@ class VariablesToValueReferences {
     VornValue* substituteValue(const VornValue* value) const;
 
   private:
-    static const Log sLogger;    // "root.realisation.valref"
+    /// Which of a component's two tables of slots: values or rates.
+    using Slots = const VornComponentRealisation::ValueSlots& (VornComponentRealisation::*)() const noexcept;
+
+    /// A variable on the slot of `variable` in the table `slots` of the component that owns the part.
+    std::unique_ptr<RealisedVariable> substitute(const VornVariable* variable, Slots slots) const;
+    /// The left side of an assignment, resolved. \throws model_exception when that is impossible
+    std::unique_ptr<RealisedVariable> leftSide(const VornVariable* variable, Slots slots) const;
+    /// The right side of an assignment to `target`, rewritten. \throws model_exception when there is none
+    std::unique_ptr<VornExpressionTree> rightSide(const VornExpressionTree* tree, const VornVariable* target,
+                                                  VariableSubstitutionExpressionVisitor& visitor) const;
+    std::unique_ptr<Clause> rewrite(const Clause& clause, VariableSubstitutionExpressionVisitor& visitor) const;
+    std::unique_ptr<LinExp> rewrite(const LinExp& comparison, VariableSubstitutionExpressionVisitor& visitor) const;
+    /// The variable of a term, or its rate; null for a null tree.
+    std::unique_ptr<RealisedVariable> termVariable(const VornExpressionTree* tree, Slots slots) const;
+    /// The component that a mode literal's path leads to, null after an ERROR when there is none.
+    const VornComponentRealisation* componentOfPath(const std::string& path, const std::string& text) const;
+
+    static const Log sLogger;  // "root.realisation.valref"
     ValuationPtr mValuation;
     const VornComponentRealisation* mRealisation;
+    StraySlots* mStrays;
 };
 
 /// A variable on a slot of the tag's store; null for a tag beyond the eight. The caller owns it.
@@ -54,13 +97,28 @@ RealisedVariable* makeValueReference(VornDataTypeTag tag, ValuationPtr valuation
                                      const RealisedIdentifier* part);
 
 // From run-time tags to the typed classes. Each adopts target, rate and expression, and gives null, with what it was
-// given deleted, when the pair of types does not exist. The caller owns the result.
+// given deleted, when the pair of types does not exist or target or expression is null. `dependencies` are variables
+// inside the expression, null ones among them. The caller owns the result.
 RealisedAssignment* makeAssignment(RealisedVariable* target, VornExpressionTree* expression,
                                    std::vector<RealisedVariable*> dependencies, ValuationPtr valuation);
 RealisedFlow* makeFlow(RealisedVariable* target, VornExpressionTree* expression,
                        std::vector<RealisedVariable*> dependencies, ValuationPtr valuation, ModeList modes);
 RealisedTrajectoryEquation* makeTrajectory(RealisedVariable* variable, RealisedVariable* rate,
-                                           VornExpressionTree* expression,
-                                           std::vector<RealisedVariable*> dependencies, ValuationPtr valuation);
+                                           VornExpressionTree* expression, std::vector<RealisedVariable*> dependencies,
+                                           ValuationPtr valuation);
+
+// The same with a target of known type, for the eight data types. Only clocks and continuous variables have
+// trajectories: for any other type makeTrajectory gives null.
+template <class T>
+RealisedAssignment* makeAssignment(TypedRealisedVariable<T>* target, VornExpressionTree* expression,
+                                   std::vector<RealisedVariable*> dependencies, ValuationPtr valuation);
+template <class T>
+RealisedFlow* makeFlow(TypedRealisedVariable<T>* target, VornExpressionTree* expression,
+                       std::vector<RealisedVariable*> dependencies, ValuationPtr valuation, ModeList modes);
+/// \param rate null, or of the variable's own type; any other is deleted and the equation then has no rate to assign
+template <class T>
+RealisedTrajectoryEquation* makeTrajectory(TypedRealisedVariable<T>* variable, RealisedVariable* rate,
+                                           VornExpressionTree* expression, std::vector<RealisedVariable*> dependencies,
+                                           ValuationPtr valuation);
 
 }  // namespace vornrun

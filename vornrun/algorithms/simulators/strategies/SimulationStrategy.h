@@ -21,9 +21,9 @@ class Simulator;
 
 /// What becomes of the sample of an event that is no longer active.
 enum class SamplePolicy : unsigned int {
-    KeepWhileAsleep = 0,    // kept, standing still, while its automaton sleeps; dropped when the automaton is active
-    DropInactive = 1,       // always dropped
-    AlwaysFresh = 2         // all samples are dropped before each step
+    KeepWhileAsleep = 0,  // kept, standing still, while its automaton sleeps; dropped when the automaton is active
+    DropInactive = 1,     // always dropped
+    AlwaysFresh = 2       // all samples are dropped before each step
 };
 
 class SimulationStrategy {
@@ -60,7 +60,8 @@ class SimulationStrategy {
     // The sampling operations, for the derived strategies and for tests.
     /// The first entry whose automaton is active; (INF_TIME, (null, null)) without one.
     Sample getFirstSample() const;
-    /// Lets the first sample fire.
+    /// Lets the first sample fire after its delay; the caller owns the step.
+    /// \throws deadlock_exception when the invariants end before, when nothing is enabled then, or without a sample
     SimulationStep* useFirstSample();
     /// A delay drawn uniformly by measure; the lower end, without a draw, of a set of length 0.
     Time sampleFromInterval(const TimeInterval& interval);
@@ -79,15 +80,35 @@ class SimulationStrategy {
     Simulator* simulator() const noexcept { return mSimulator; }
     EDANetwork& network() const noexcept { return *mNetwork; }
     RandomGenerator& random() const noexcept { return *mRandomGenerator; }
-    /// A uniform index into a list of `size` elements.
+    /// A uniform index into a list of `size` elements, which is not 0; a draw also when there is one element only.
     std::size_t pick(std::size_t size);
+    /// Takes one alternative of each automaton, as selectTransitions() has it, and returns them.
+    QualifiedTransitions fire(const ConnectionAsTransitions& options);
+    /// Fires the transition together with all that hear it. \pre it is enabled
+    QualifiedTransitions fire(const QualifiedTransition& transition);
+    /// Refills mCandidates with the enabled transitions that are not stochastic.
+    /// \return whether any transition at all is enabled
+    bool collectCandidates();
+
     static bool isStochastic(const QualifiedTransition& transition) {
         return transition.second->trigger()->stochastic();
     }
+    /// \throws deadlock_exception naming automaton and mode when there is nothing to choose from
+    static void requireAlternatives(const EDA& eda, const std::vector<TransitionPtr>& alternatives);
+    /// For a state in which no transition is active: a deadlock when no time can pass either, else an actionlock.
+    [[noreturn]] static void failWithoutActiveTransitions(const TimeInterval& allowed);
 
-    static const Log sLogger;    // "root.sim.strat", shared by all strategies
+    // Work lists, refilled at each use, whose storage serves from step to step.
+    QualifiedTransitions mCandidates;
+    ConnectionAsTransitions mOptions;
+
+    static const Log sLogger;  // "root.sim.strat", shared by all strategies
 
   private:
+    SimulationStep* reactivate();
+    const Sample* firstSample() const;
+    void sortSamples();
+
     Simulator* mSimulator = nullptr;
     std::unique_ptr<RandomGenerator> mRandomGenerator;
     EDANetwork* mNetwork = nullptr;

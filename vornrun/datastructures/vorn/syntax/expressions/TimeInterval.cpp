@@ -59,8 +59,8 @@ TimeInterval TimeInterval::intersect(const TimeInterval& other) const {
         const TimeRange& b = other.ranges[j];
         if (!a.empty() && !b.empty() && overlap(a, b)) {
             TimeRange both{std::max(a.lower, b.lower), std::min(a.upper, b.upper)};
-            // Ranges that overlap only by the tolerance leave a gap of at most that tolerance: they meet in a point.
-            if (both.lower > both.upper) both.upper = both.lower;
+            // Ranges that overlap only by the tolerance meet in a point.
+            if (both.lower > both.upper && both.lower - both.upper <= RANGE_TOLERANCE) both.upper = both.lower;
             common.push_back(both);
         }
         if (b.upper >= a.upper)

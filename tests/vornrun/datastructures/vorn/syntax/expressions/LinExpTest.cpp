@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/CaseName.h"
 #include "tests/vornrun/datastructures/vorn/syntax/expressions/LinearFixtures.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornVariable.h"
 
@@ -90,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(
         DelayCase{"ARateJustAboveTheToleranceDependsOnTime", 3, 2e-6, OperatorType::LEq, 5, {{0, 1e6}}},
         DelayCase{"ATimeDependentComparisonByAnotherOperatorIsSkipped", 3, 1, OperatorType::Plus, 5, {{0, INF}}},
         DelayCase{"AnotherOperatorIsSkippedWhileFallingToo", 3, -1, OperatorType::Plus, 5, {{0, INF}}}),
-    [](const auto& info) { return std::string(info.param.name); });
+    test::CaseName());
 
 // A variable at rate 0: 0 compares with rest = bound - x, the tolerance favouring the comparison.
 struct ConstantCase {
@@ -144,7 +145,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ConstantCase{"LessThanFailsOnNotANumber", OperatorType::Lt, NOT_A_NUMBER, false},
                     ConstantCase{"EqualFailsOnNotANumber", OperatorType::Eq, NOT_A_NUMBER, false},
                     ConstantCase{"UnequalFailsOnNotANumber", OperatorType::NEq, NOT_A_NUMBER, false}),
-    [](const auto& info) { return std::string(info.param.name); });
+    test::CaseName());
 
 TEST(LinExp, ARateBelowTheToleranceCountsAsConstant) {
     const std::unique_ptr<LinExp> holding(comparison(3, 5e-7, OperatorType::LEq, 5));
@@ -253,7 +254,7 @@ INSTANTIATE_TEST_SUITE_P(
                     MissingCase{
                         "Coefficient", true, true, true, false,
                         "The coefficient of term 2 is missing in the linear comparison '1 * 2 + 3 * (null) < 5'"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    test::CaseName());
 
 TEST(LinExp, PrintsTermsOperatorAndConstantButNoRates) {
     LinExp expression(number(5.5), OperatorType::LEq);

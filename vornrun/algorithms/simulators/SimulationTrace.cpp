@@ -1,0 +1,27 @@
+#include "vornrun/algorithms/simulators/SimulationTrace.h"
+
+#include <algorithm>
+
+#include "vornrun/algorithms/simulators/infix_ostream_iterator.h"
+
+namespace vornrun {
+
+void SimulationTrace::addStep(SimulationStep* step) {
+    std::unique_ptr<SimulationStep> owned(step);
+    // A combined step is a time step too.
+    if (dynamic_cast<const TimeSimulationStep*>(step) != nullptr) mTime += step->time();
+    mSteps.push_back(std::move(owned));
+}
+
+void SimulationTrace::clear() {
+    mSteps.clear();
+    mTime = 0.0;
+}
+
+std::ostream& operator<<(std::ostream& stream, const SimulationTrace& trace) {
+    infix_ostream_iterator<SimulationStep> lines(stream, "\n");
+    for (const auto& step : trace.steps()) *lines++ = *step;
+    return stream;
+}
+
+}  // namespace vornrun

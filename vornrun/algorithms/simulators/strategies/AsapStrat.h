@@ -1,0 +1,25 @@
+#pragma once
+/// \file
+/// Takes transitions as soon as possible: waits until the first of them becomes enabled.
+
+#include <string>
+
+#include "vornrun/algorithms/simulators/strategies/SimulationStrategy.h"
+
+namespace vornrun {
+
+class AsapStrat final : public SimulationStrategy {
+  public:
+    std::string name() const override { return "AsapStrat"; }
+    AsapStrat* clone() const override { return new AsapStrat(*this); }
+
+  protected:
+    SimulationStep* simulateStep() override;
+
+  private:
+    /// Leaves in mCandidates the non-stochastic transitions that are enabled first.
+    /// \return the delay until then; INF_TIME when none ever is
+    Time collectEarliest(const QualifiedTransitions& active);
+};
+
+}  // namespace vornrun

@@ -1,0 +1,126 @@
+#include "vornrun/algorithms/vornconstructor/VariablesToValueReferences.h"
+
+namespace vornrun {
+
+namespace {
+
+using Dependencies = std::vector<RealisedVariable*>;
+
+/// The tree as one of the type that its tag tells; null, with the tree deleted, when it is none.
+template <class T>
+std::unique_ptr<TypedVornExpressionTree<T>> typedTree(std::unique_ptr<VornExpressionTree> tree) {
+    std::unique_ptr<TypedVornExpressionTree<T>> typed(dynamic_cast<TypedVornExpressionTree<T>*>(tree.get()));
+    if (typed != nullptr) tree.release();
+    return typed;
+}
+
+template <class T>
+std::unique_ptr<TypedRealisedVariable<T>> typedVariable(std::unique_ptr<RealisedVariable> variable) {
+    std::unique_ptr<TypedRealisedVariable<T>> typed(dynamic_cast<TypedRealisedVariable<T>*>(variable.get()));
+    if (typed != nullptr) variable.release();
+    return typed;
+}
+
+}  // namespace
+
+RealisedVariable* makeValueReference(VornDataTypeTag tag, ValuationPtr valuation, ValueRef slot,
+                                     const RealisedIdentifier* part) {
+    return withTagClass(tag, [&]<class T>() -> RealisedVariable* {
+        return new TypedRealisedVariable<T>(std::move(valuation), slot, part);
+    });
+}
+
+template <class T>
+RealisedAssignment* makeAssignment(TypedRealisedVariable<T>* target, VornExpressionTree* expression,
+                                   Dependencies dependencies, ValuationPtr valuation) {
+    std::unique_ptr<TypedRealisedVariable<T>> left(target);
+    std::unique_ptr<VornExpressionTree> right(expression);
+    if (left == nullptr || right == nullptr) return nullptr;
+    return withTagClass(right->type(), [&]<class U>() -> RealisedAssignment* {
+        if constexpr (isAssignable<T, U>) {
+            if (auto typed = typedTree<U>(std::move(right)))
+                return new TypedRealisedAssignment<T, U>(left.release(), typed.release(), dependencies, valuation);
+        }
+        return nullptr;
+    });
+}
+
+template <class T>
+RealisedFlow* makeFlow(TypedRealisedVariable<T>* target, VornExpressionTree* expression, Dependencies dependencies,
+                       ValuationPtr valuation, ModeList modes) {
+    std::unique_ptr<TypedRealisedVariable<T>> left(target);
+    std::unique_ptr<VornExpressionTree> right(expression);
+    if (left == nullptr || right == nullptr) return nullptr;
+    return withTagClass(right->type(), [&]<class U>() -> RealisedFlow* {
+        if constexpr (isAssignable<T, U>) {
+            if (auto typed = typedTree<U>(std::move(right)))
+                return new TypedRealisedFlow<T, U>(left.release(), typed.release(), dependencies, valuation, modes);
+        }
+        return nullptr;
+    });
+}
+
+template <class T>
+RealisedTrajectoryEquation* makeTrajectory(TypedRealisedVariable<T>* variable, RealisedVariable* rate,
+                                           VornExpressionTree* expression, Dependencies dependencies,
+                                           ValuationPtr valuation) {
+    std::unique_ptr<TypedRealisedVariable<T>> evolving(variable);
+    std::unique_ptr<RealisedVariable> anyRate(rate);
+    std::unique_ptr<VornExpressionTree> right(expression);
+    if (evolving == nullptr || right == nullptr) return nullptr;
+    return withTagClass(right->type(), [&]<class U>() -> RealisedTrajectoryEquation* {
+        if constexpr (isTrajectory<T, U>) {
+            auto typedRate = typedVariable<T>(std::move(anyRate));
+            if (auto typed = typedTree<U>(std::move(right)))
+                return new TypedRealisedTrajectoryEquation<T, U>(evolving.release(), typedRate.release(),
+                                                                 typed.release(), dependencies, valuation);
+        }
+        return nullptr;
+    });
+}
+
+RealisedAssignment* makeAssignment(RealisedVariable* target, VornExpressionTree* expression, Dependencies dependencies,
+                                   ValuationPtr valuation) {
+    std::unique_ptr<RealisedVariable> left(target);
+    std::unique_ptr<VornExpressionTree> right(expression);
+    if (left == nullptr) return nullptr;
+    return withTagClass(left->type(), [&]<class T>() {
+        return makeAssignment<T>(typedVariable<T>(std::move(left)).release(), right.release(), dependencies, valuation);
+    });
+}
+
+RealisedFlow* makeFlow(RealisedVariable* target, VornExpressionTree* expression, Dependencies dependencies,
+                       ValuationPtr valuation, ModeList modes) {
+    std::unique_ptr<RealisedVariable> left(target);
+    std::unique_ptr<VornExpressionTree> right(expression);
+    if (left == nullptr) return nullptr;
+    return withTagClass(left->type(), [&]<class T>() {
+        return makeFlow<T>(typedVariable<T>(std::move(left)).release(), right.release(), dependencies, valuation,
+                           modes);
+    });
+}
+
+RealisedTrajectoryEquation* makeTrajectory(RealisedVariable* variable, RealisedVariable* rate,
+                                           VornExpressionTree* expression, Dependencies dependencies,
+                                           ValuationPtr valuation) {
+    std::unique_ptr<RealisedVariable> evolving(variable);
+    std::unique_ptr<RealisedVariable> anyRate(rate);
+    std::unique_ptr<VornExpressionTree> right(expression);
+    if (evolving == nullptr) return nullptr;
+    return withTagClass(evolving->type(), [&]<class T>() {
+        return makeTrajectory<T>(typedVariable<T>(std::move(evolving)).release(), anyRate.release(), right.release(),
+                                 dependencies, valuation);
+    });
+}
+
+#define VORN_INSTANTIATE(T)                                                                                        \
+    template RealisedAssignment* makeAssignment<T>(TypedRealisedVariable<T>*, VornExpressionTree*, Dependencies,   \
+                                                   ValuationPtr);                                                  \
+    template RealisedFlow* makeFlow<T>(TypedRealisedVariable<T>*, VornExpressionTree*, Dependencies, ValuationPtr, \
+                                       ModeList);                                                                  \
+    template RealisedTrajectoryEquation* makeTrajectory<T>(TypedRealisedVariable<T>*, RealisedVariable*,           \
+                                                           VornExpressionTree*, Dependencies, ValuationPtr);
+VORN_FOR_EACH_TYPE(VORN_INSTANTIATE)
+#undef VORN_INSTANTIATE
+
+}  // namespace vornrun

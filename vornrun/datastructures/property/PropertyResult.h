@@ -1,0 +1,14 @@
+#pragma once
+/// \file
+/// The three-valued verdict of a formula in one state of a run.
+
+namespace vornrun {
+
+/// The numbers are relied on as indices of the combination tables.
+enum PropertyResult : unsigned int {
+    PropertyTrue = 0,     ///< holds, finally, for this run
+    PropertyFalse = 1,    ///< does not hold, finally, for this run
+    PropertyUnknown = 2,  ///< not decided in this state; carry on
+};
+
+}  // namespace vornrun
