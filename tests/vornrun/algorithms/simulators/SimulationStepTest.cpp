@@ -6,7 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "tests/support/RunningModel.h"
+#include "tests/support/DrivenModel.h"
 #include "vornrun/algorithms/simulators/strategies/AsapStrat.h"
 
 namespace vornrun::test {
@@ -25,7 +25,7 @@ class SimulationStepTest : public testing::Test {
         return model;
     }
     QualifiedTransition switchOf(const std::string& lamp) {
-        EDA* eda = running.eda("main." + lamp);
+        EDA* eda = driven.eda("main." + lamp);
         return {eda, eda->component()->transitions().front().get()};
     }
     std::string declarationOf(const std::string& lamp) {
@@ -39,7 +39,7 @@ class SimulationStepTest : public testing::Test {
         return text.str();
     }
 
-    RunningModel running{lamps(), AsapStrat()};
+    DrivenModel driven{lamps(), AsapStrat()};
 };
 
 }  // namespace
@@ -47,9 +47,9 @@ class SimulationStepTest : public testing::Test {
 TEST_F(SimulationStepTest, ADiscreteStepTakesNoTimeAndFiresItsTransitions) {
     const DiscreteSimulationStep step({switchOf("a"), switchOf("b")});
     EXPECT_EQ(step.time(), 0.0);
-    step.apply(&running.network());
-    EXPECT_EQ(running.mode("main.a"), "on");
-    EXPECT_EQ(running.mode("main.b"), "on");
+    step.apply(&driven.network());
+    EXPECT_EQ(driven.mode("main.a"), "on");
+    EXPECT_EQ(driven.mode("main.b"), "on");
 }
 
 TEST_F(SimulationStepTest, ADiscreteStepKeepsTheLocalNameOfTheFirstTrigger) {
@@ -67,36 +67,36 @@ TEST_F(SimulationStepTest, ADiscreteStepWithoutTransitionsIsRefused) {
 TEST_F(SimulationStepTest, ATimeStepLetsItsDelayPass) {
     const TimeSimulationStep step(2.5);
     EXPECT_EQ(step.time(), 2.5);
-    step.apply(&running.network());
-    EXPECT_EQ(running.data("main.a"), "x = 2.5");
-    EXPECT_EQ(running.mode("main.a"), "off");
+    step.apply(&driven.network());
+    EXPECT_EQ(driven.data("main.a"), "x = 2.5");
+    EXPECT_EQ(driven.mode("main.a"), "off");
     EXPECT_EQ(printed(step), "Delay: 2.5");
 }
 
 TEST_F(SimulationStepTest, ATimeStepOfZeroDoesNothing) {
-    TimeSimulationStep(0.0).apply(&running.network());
-    EXPECT_EQ(running.data("main.a"), "x = 0");
+    TimeSimulationStep(0.0).apply(&driven.network());
+    EXPECT_EQ(driven.data("main.a"), "x = 0");
 }
 
 TEST_F(SimulationStepTest, ATimeStepBelowZeroDoesNothing) {
-    TimeSimulationStep(-1.0).apply(&running.network());
-    EXPECT_EQ(running.data("main.a"), "x = 0");
+    TimeSimulationStep(-1.0).apply(&driven.network());
+    EXPECT_EQ(driven.data("main.a"), "x = 0");
 }
 
 TEST_F(SimulationStepTest, ACombinedStepLetsTimePassBeforeItFires) {
     const CombinedSimulationStep step({switchOf("a")}, 2.5);
     EXPECT_EQ(step.time(), 2.5);
-    step.apply(&running.network());
-    EXPECT_EQ(running.mode("main.a"), "on");
-    EXPECT_EQ(running.data("main.a"), "x = 0") << "the effect resets the clock after the delay";
-    EXPECT_EQ(running.data("main.b"), "x = 2.5");
+    step.apply(&driven.network());
+    EXPECT_EQ(driven.mode("main.a"), "on");
+    EXPECT_EQ(driven.data("main.a"), "x = 0") << "the effect resets the clock after the delay";
+    EXPECT_EQ(driven.data("main.b"), "x = 2.5");
 }
 
 TEST_F(SimulationStepTest, ACombinedStepOfZeroOnlyFiresButPrintsItsDelay) {
     const CombinedSimulationStep step({switchOf("a")}, 0.0);
-    step.apply(&running.network());
-    EXPECT_EQ(running.mode("main.a"), "on");
-    EXPECT_EQ(running.data("main.b"), "x = 0");
+    step.apply(&driven.network());
+    EXPECT_EQ(driven.mode("main.a"), "on");
+    EXPECT_EQ(driven.data("main.b"), "x = 0");
     EXPECT_EQ(printed(step), "Delay: 0\nmain.a : " + declarationOf("a"));
 }
 

@@ -5,7 +5,7 @@
 #include <ostream>
 #include <sstream>
 
-#include "tests/support/RunningModel.h"
+#include "tests/support/DrivenModel.h"
 #include "vornrun/algorithms/simulators/infix_ostream_iterator.h"
 #include "vornrun/algorithms/simulators/strategies/AsapStrat.h"
 
@@ -50,8 +50,8 @@ TEST(SimulationTrace, StartsEmptyAtTimeZero) {
 TEST(SimulationTrace, ADiscreteAndACombinedStepTakeTheCombinedOnesTime) {
     ModelWriter model;
     model.implementation("Lamp.i").mode("off").mode("on").transition("off", "on");
-    RunningModel running(model, AsapStrat());
-    EDA* lamp = running.eda("main");
+    DrivenModel driven(model, AsapStrat());
+    EDA* lamp = driven.eda("main");
     const QualifiedTransition transition(lamp, lamp->component()->transitions().front().get());
     std::ostringstream declaration;
     declaration << *transition.second->transition();

@@ -8,7 +8,7 @@
 #include <random>
 #include <vector>
 
-#include "tests/support/RunningModel.h"
+#include "tests/support/DrivenModel.h"
 
 /// The statement throws a deadlock_exception of that text.
 #define EXPECT_DEADLOCK(statement, text)                          \
