@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <xercesc/util/XercesDefs.hpp>
@@ -35,8 +36,10 @@ class AbstractVornXmlParser {
   protected:
     using Elements = std::vector<const xercesc::DOMElement*>;
 
-    /// Stores every element with an "objid" under it; of a repeated identifier the last one stands.
-    /// \throws VornXmlCorruptedVornException naming the identifier when references lead back into themselves
+    /// Stores every element with an "objid" under it; of a repeated identifier the last one stands. Linear in the
+    /// document, but for the look-up of identifiers.
+    /// \throws VornXmlCorruptedVornException naming the identifier when references lead back into themselves, or when
+    ///         the document grows beyond all measure with every reference replaced by its target (ReferenceGraph)
     void buildContext(const xercesc::DOMDocument* document);
     /// The element itself, or the target of its "objref", in a single step.
     /// \throws VornXmlParserException when nothing carries the identifier
@@ -52,7 +55,7 @@ class AbstractVornXmlParser {
                                                  bool local = false) const;
     /// \throws VornXmlNodeMissingException with the description when there is none
     const xercesc::DOMElement* expectChildNode(const xercesc::DOMElement* element, const XMLCh* tag,
-                                               const std::string& description, bool local = false) const;
+                                               std::string_view description, bool local = false) const;
     /// All child elements, in document order.
     Elements listChildren(const xercesc::DOMElement* element) const;
     /// Those of that name, in document order.
@@ -66,6 +69,8 @@ class AbstractVornXmlParser {
     std::vector<std::string> inModes(const xercesc::DOMElement* element) const;
     /// The element's attribute "type"; empty when it has none.
     std::string typeAttribute(const xercesc::DOMElement* element) const;
+    /// The same in the document's own characters, borrowed from it.
+    const XMLCh* plainTypeAttribute(const xercesc::DOMElement* element) const;
 
     const VornXmlTags& tags() const noexcept { return *mTags; }
     bool xercesInitialized() const noexcept { return mXercesInitialized; }

@@ -3,6 +3,7 @@
 /// Plain helpers over the DOM: library set-up and the reading of element contents.
 
 #include <string>
+#include <string_view>
 
 #include <xercesc/util/XercesDefs.hpp>
 
@@ -27,11 +28,11 @@ bool elemMatchesTag(const xercesc::DOMElement* element, const XMLCh* tag, bool l
 std::string getStringContent(const xercesc::DOMElement* element);
 // Each throws VornXmlUnexpectedValueException with the description when the text is not of its kind.
 /// Exactly "True" or "False".
-bool getBooleanContent(const xercesc::DOMElement* element, const std::string& description);
+bool getBooleanContent(const xercesc::DOMElement* element, std::string_view description);
 /// 0 to 4294967295, without a sign.
-unsigned int getNaturalNumberContent(const xercesc::DOMElement* element, const std::string& description);
-int getIntegerNumberContent(const xercesc::DOMElement* element, const std::string& description);
+unsigned int getNaturalNumberContent(const xercesc::DOMElement* element, std::string_view description);
+int getIntegerNumberContent(const xercesc::DOMElement* element, std::string_view description);
 /// Infinity and not-a-number included.
-double getRealNumberContent(const xercesc::DOMElement* element, const std::string& description);
+double getRealNumberContent(const xercesc::DOMElement* element, std::string_view description);
 
 }  // namespace vornrun::parser::util

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <iostream>
 #include <string>
+#include <utility>
 
 #include "vornrun/algorithms/vornconstructor/VariablesToValueReferences.h"
 #include "vornrun/algorithms/vornconstructor/VornModelConstructor.h"
@@ -37,9 +38,12 @@ Simulator::~Simulator() = default;
 
 void Simulator::setProperty(const CSLFormula* property) {
     mProperty.reset();
-    const VariablesToValueReferences references(mRealisation.get(), mValuation);
+    StraySlots strays;
+    const VariablesToValueReferences references(mRealisation.get(), mValuation, &strays);
     VariableSubstitutionPropertyVisitor visitor(&references);
-    mProperty.reset(property->accept(visitor));
+    std::unique_ptr<CSLFormula> bound(property->accept(visitor));
+    refuseStraySlots(strays, *mValuation);
+    mProperty = std::move(bound);
 }
 
 bool Simulator::performRun(const CSLFormula* formula) {

@@ -3,10 +3,12 @@
 /// What the steps of realising one component hand to each other. For the sources of VornModelConstructor only.
 
 #include <map>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "vornrun/algorithms/vornconstructor/VornModelConstructor.h"
+#include "vornrun/datastructures/vorn/realisation/ModelException.h"
 #include "vornrun/datastructures/vorn/syntax/VornComponentImplementation.h"
 
 namespace vornrun {
@@ -19,8 +21,18 @@ struct VornModelConstructor::Work {
 
     Work(const VornComponentImplementation& work, VornComponentRealisation& in);
 
-    /// The modes of a mode list. \throws model_exception naming the component, `what` and the mode that is none
-    ModeList modesOf(const std::vector<std::string>& names, const std::string& what) const;
+    /// The modes of the mode list of an element, which prints itself or is its name.
+    /// \throws model_exception naming the component, the element and the mode that is none
+    template <class Element>
+    ModeList modesOf(const std::vector<std::string>& names, const char* kind, const Element& element) const {
+        try {
+            return realisedModelist(names, modesByName);
+        } catch (const model_exception& fault) {
+            std::ostringstream text;
+            text << "the mode list of " << kind << " \"" << element << "\": " << fault.what();
+            fail(text.str());
+        }
+    }
     /// \throws model_exception always: the component's full identifier and the text
     [[noreturn]] void fail(const std::string& text) const;
 

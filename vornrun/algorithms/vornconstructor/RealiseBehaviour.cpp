@@ -81,7 +81,7 @@ void VornModelConstructor::realise_modes2(Work& work) {
 
 void VornModelConstructor::realise_connections(Work& work) {
     for (const auto& connection : work.implementation.connections()) {
-        ModeList modes = work.modesOf(connection->inModes(), "connection " + quoted(*connection));
+        ModeList modes = work.modesOf(connection->inModes(), "connection", *connection);
         if (!connection->isEvent()) {
             realiseDataConnection(work, *connection, std::move(modes));
             continue;
@@ -117,7 +117,7 @@ void VornModelConstructor::realiseDataConnection(Work& work, const VornConnectio
 void VornModelConstructor::realise_flows(Work& work) {
     const VariablesToValueReferences substitute = substitution(work);
     for (const auto& flow : work.implementation.flows()) {
-        ModeList modes = work.modesOf(flow->inModes(), "the flow to \"" + flow->variable()->text() + "\"");
+        ModeList modes = work.modesOf(flow->inModes(), "flow", *flow);
         std::unique_ptr<RealisedFlow> realised(substitute(flow.get(), modes));
         if (realised == nullptr) work.fail("flow " + quoted(*flow) + ": the types of its sides do not fit");
         work.realisation.attachFlow(realised.release());

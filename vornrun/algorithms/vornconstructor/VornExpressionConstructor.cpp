@@ -2,17 +2,11 @@
 
 #include <boost/spirit/home/support/detail/hold_any.hpp>
 #include <cassert>
-#include <istream>
 
 #include "vornrun/datastructures/vorn/syntax/expressions/OperatorInstances.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornValue.h"
 
 namespace vornrun {
-
-std::istream& operator>>(std::istream& stream, const RealisedMode*&) {
-    stream.setstate(std::ios_base::failbit);
-    return stream;
-}
 
 const Log VornExpressionConstructor::sLogger("root.exprconstr");
 

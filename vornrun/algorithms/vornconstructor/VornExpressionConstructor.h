@@ -3,7 +3,6 @@
 /// Makes expression nodes of operands whose types are known at run time only. The type rules are BinaryResultType and
 /// UnaryResultType; what they refuse is logged here.
 
-#include <iosfwd>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -21,9 +20,6 @@ using hold_any = basic_hold_any<char>;
 }  // namespace boost::spirit
 
 namespace vornrun {
-
-/// Fails always, as a mode cannot be read from text: hold_any asks for this operator of everything that it holds.
-std::istream& operator>>(std::istream& stream, const RealisedMode*& mode);
 
 /// Finds the one operator instance for the types of its operands. Nothing is folded, swapped or converted: the node
 /// holds the operands as they come. The templates are instantiated for the operators of the language only, in source
@@ -49,8 +45,8 @@ class VornExpressionConstructor {
         TypedVornExpressionTree<Left>* left, TypedVornExpressionTree<Right>* right);
     /// For the pairs that the operator does not take: logs them and returns null.
     template <class Op, class ResultType, class Left, class Right>
-    static std::enable_if_t<!ResultType::valid, VornExpressionTree*> makeOperator(TypedVornExpressionTree<Left>* left,
-                                                                                  TypedVornExpressionTree<Right>* right);
+    static std::enable_if_t<!ResultType::valid, VornExpressionTree*> makeOperator(
+        TypedVornExpressionTree<Left>* left, TypedVornExpressionTree<Right>* right);
 
     /// The node `Op operand`, for VornNot and VornInvert.
     /// \pre the operand is not null
@@ -61,7 +57,8 @@ class VornExpressionConstructor {
 
     /// A constant of the tag's type; null for a tag beyond the eight. The caller owns it.
     /// \param value holds exactly the representation of the type: bool, double, long, std::string or
-    ///        const RealisedMode*; a placeholder mode is adopted
+    ///        const RealisedMode*; a placeholder mode is adopted. The stock hold_any cannot be made around a pointer to
+    ///        const, so that mode literals are made as TypedVornValue<VornModeVal> directly.
     /// \throws boost::spirit::bad_any_cast when it holds anything else
     static VornExpressionTree* expressionTree(VornDataTypeTag tag, const boost::spirit::hold_any& value);
 

@@ -5,7 +5,6 @@
 
 #include "vornrun/algorithms/parser/StackGuard.h"
 #include "vornrun/algorithms/vornconstructor/RealisationWork.h"
-#include "vornrun/datastructures/vorn/realisation/ModelException.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
 
 namespace vornrun {
@@ -24,14 +23,6 @@ ModeList realisedModelist(const std::vector<std::string>& names, const std::map<
 
 VornModelConstructor::Work::Work(const VornComponentImplementation& work, VornComponentRealisation& in)
     : implementation(work), realisation(in) {}
-
-ModeList VornModelConstructor::Work::modesOf(const std::vector<std::string>& names, const std::string& what) const {
-    try {
-        return realisedModelist(names, modesByName);
-    } catch (const model_exception& fault) {
-        fail("the mode list of " + what + ": " + fault.what());
-    }
-}
 
 void VornModelConstructor::Work::fail(const std::string& text) const {
     throw model_exception("Component " + realisation.fullIdentifier() + ": " + text);
@@ -134,7 +125,7 @@ void VornModelConstructor::realise_ports(Work& work) {
 
 void VornModelConstructor::realise_data(Work& work) {
     for (const auto& [name, data] : work.implementation.dataSubcomponents()) {
-        ModeList modes = work.modesOf(data->inModes(), "data subcomponent \"" + name + "\"");
+        ModeList modes = work.modesOf(data->inModes(), "data subcomponent", name);
         auto* part = new RealisedDataSubcomponent(mPartIds++, data.get(), &work.realisation, std::move(modes));
         work.realisation.attachData(part);
         work.slotsOfValues[part] = data->defaultValue() != nullptr ? mValuation->addValue(part, data->defaultValue())
@@ -152,7 +143,7 @@ VariablesToValueReferences VornModelConstructor::substitution(const Work& work) 
 
 void VornModelConstructor::realise_subcomponents(Work& work) {
     for (const auto& [name, subcomponent] : work.implementation.subcomponents()) {
-        const ModeList modes = work.modesOf(subcomponent->inModes(), "subcomponent \"" + name + "\"");
+        const ModeList modes = work.modesOf(subcomponent->inModes(), "subcomponent", name);
         if (subcomponent->implementation() == nullptr) work.fail("subcomponent \"" + name + "\" has no implementation");
         auto child = realise_recursive(subcomponent->implementation(), name, modes, &work.realisation);
         work.realisation.attachSubcomponent(child.release());

@@ -13,9 +13,9 @@ namespace {
 /// The conversion of the language between numbers. C++ leaves a double that no integer can hold undefined; the lowest
 /// integer is what the hardware gives.
 template <class To, class From>
-To convertValue(const From& value) {
+To convertValue(From value) {
     if constexpr (std::is_same_v<To, long> && std::is_same_v<From, double>) {
-        constexpr double limit = 9223372036854775808.0;    // 2^63
+        constexpr double limit = 9223372036854775808.0;  // 2^63
         if (!(value >= -limit && value < limit)) return std::numeric_limits<long>::min();
     }
     return static_cast<To>(value);
@@ -35,8 +35,11 @@ TypedRealisedAssignment<T, U>::TypedRealisedAssignment(TypedRealisedVariable<T>*
 
 template <class T, class U>
 void TypedRealisedAssignment<T, U>::applyAssignment() const {
-    mValuation->setValue<T>(mTarget->reference(),
-                            convertValue<typename T::AssociatedDataType>(mExpression->evaluateDirect()));
+    using Value = typename T::AssociatedDataType;
+    if constexpr (std::is_same_v<Value, typename U::AssociatedDataType>)
+        mValuation->setValue<T>(mTarget->reference(), mExpression->evaluateDirect());
+    else
+        mValuation->setValue<T>(mTarget->reference(), convertValue<Value>(mExpression->evaluateDirect()));
 }
 
 template <class T, class U>
@@ -74,31 +77,14 @@ void TypedRealisedTrajectoryEquation<T, U>::print(std::ostream& stream) const {
     stream << *mVariable << "' = " << this->expression();
 }
 
-#define VORN_INSTANTIATE(T, U)                   \
+#define VORN_INSTANTIATE(T, U)                    \
     template class TypedRealisedAssignment<T, U>; \
     template class TypedRealisedFlow<T, U>;
-#define VORN_INSTANTIATE_NUMERIC(T) \
-    VORN_INSTANTIATE(T, VornReal)   \
-    VORN_INSTANTIATE(T, VornInt) VORN_INSTANTIATE(T, VornContinuous) VORN_INSTANTIATE(T, VornClock) VORN_INSTANTIATE(T, VornInterval)
-VORN_INSTANTIATE(VornBool, VornBool)
-VORN_INSTANTIATE(VornEnum, VornEnum)
-VORN_INSTANTIATE(VornModeVal, VornModeVal)
-VORN_INSTANTIATE_NUMERIC(VornReal)
-VORN_INSTANTIATE_NUMERIC(VornInt)
-VORN_INSTANTIATE_NUMERIC(VornContinuous)
-VORN_INSTANTIATE_NUMERIC(VornClock)
-VORN_INSTANTIATE_NUMERIC(VornInterval)
-#undef VORN_INSTANTIATE_NUMERIC
+VORN_FOR_EACH_ASSIGNABLE(VORN_INSTANTIATE)
 #undef VORN_INSTANTIATE
 
-#define VORN_INSTANTIATE(T)                                        \
-    template class TypedRealisedTrajectoryEquation<T, VornReal>;       \
-    template class TypedRealisedTrajectoryEquation<T, VornInt>;        \
-    template class TypedRealisedTrajectoryEquation<T, VornContinuous>; \
-    template class TypedRealisedTrajectoryEquation<T, VornClock>;      \
-    template class TypedRealisedTrajectoryEquation<T, VornInterval>;
-VORN_INSTANTIATE(VornClock)
-VORN_INSTANTIATE(VornContinuous)
+#define VORN_INSTANTIATE(T, U) template class TypedRealisedTrajectoryEquation<T, U>;
+VORN_FOR_EACH_TRAJECTORY(VORN_INSTANTIATE)
 #undef VORN_INSTANTIATE
 
 }  // namespace vornrun

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <set>
+#include <type_traits>
 #include <vector>
 
 #include "vornrun/datastructures/vorn/realisation/Realisation.h"
@@ -16,9 +17,10 @@ namespace vornrun {
 
 class RealisedAssignment : public Realisation {
   public:
-    /// The variable that is assigned, borrowed. Of a trajectory equation this is the rate, not the variable itself.
+    /// The variable that is assigned, borrowed. Of a trajectory equation this is the rate, not the variable itself, and
+    /// null when it was made without a rate.
     virtual const RealisedVariable* target() const = 0;
-    /// The assigned expression, borrowed; null when a fault of the model left none.
+    /// The assigned expression, borrowed.
     virtual const VornExpressionTree* assignment() const = 0;
     /// The values that the expression reads.
     virtual const std::set<TypedValueRef>& refsInAssignment() const = 0;
@@ -45,7 +47,8 @@ class RealisedTrajectoryEquation : public virtual RealisedAssignment {
 template <class T, class U>
 class TypedRealisedAssignment : public virtual RealisedAssignment {
   public:
-    /// Adopts target and expression. `dependencies` are the variables in the expression, null ones left out.
+    /// Adopts target and expression, neither of them null. `dependencies` are the variables in the expression, null
+    /// ones left out.
     TypedRealisedAssignment(TypedRealisedVariable<T>* target, TypedVornExpressionTree<U>* expression,
                             const std::vector<RealisedVariable*>& dependencies, ValuationPtr valuation);
 
@@ -81,7 +84,8 @@ class TypedRealisedFlow final : public RealisedFlow, public TypedRealisedAssignm
 template <class T, class U>
 class TypedRealisedTrajectoryEquation final : public RealisedTrajectoryEquation, public TypedRealisedAssignment<T, U> {
   public:
-    /// Adopts variable, rate and expression; assigning writes `rate`, the passage of time writes `variable`.
+    /// Adopts variable, rate and expression; assigning writes `rate`, the passage of time writes `variable`. Without a
+    /// rate (null) the equation must not be asked to assign.
     TypedRealisedTrajectoryEquation(TypedRealisedVariable<T>* variable, TypedRealisedVariable<T>* rate,
                                     TypedVornExpressionTree<U>* expression,
                                     const std::vector<RealisedVariable*>& dependencies, ValuationPtr valuation);
@@ -98,7 +102,29 @@ template <class T, class U>
 inline constexpr bool isAssignable = std::is_same_v<T, U> || (NumericTag<T> && NumericTag<U>);
 /// The pairs for which trajectory equations exist.
 template <class T, class U>
-inline constexpr bool isTrajectory =
-    (std::is_same_v<T, VornClock> || std::is_same_v<T, VornContinuous>)&&NumericTag<U>;
+inline constexpr bool isTrajectory = NumericTag<U> &&
+                                     (std::is_same_v<T, VornClock> || std::is_same_v<T, VornContinuous>);
+
+// The same pairs as lists, to which a macro is applied.
+// clang-format off
+#define VORN_FOR_EACH_NUMERIC_RIGHT(M, T) \
+    M(T, VornReal) M(T, VornInt) M(T, VornContinuous) M(T, VornClock) M(T, VornInterval)
+#define VORN_FOR_EACH_ASSIGNABLE(M) \
+    M(VornBool, VornBool) M(VornEnum, VornEnum) M(VornModeVal, VornModeVal) \
+    VORN_FOR_EACH_NUMERIC_RIGHT(M, VornReal) VORN_FOR_EACH_NUMERIC_RIGHT(M, VornInt) \
+    VORN_FOR_EACH_NUMERIC_RIGHT(M, VornContinuous) VORN_FOR_EACH_NUMERIC_RIGHT(M, VornClock) \
+    VORN_FOR_EACH_NUMERIC_RIGHT(M, VornInterval)
+#define VORN_FOR_EACH_TRAJECTORY(M) \
+    VORN_FOR_EACH_NUMERIC_RIGHT(M, VornContinuous) VORN_FOR_EACH_NUMERIC_RIGHT(M, VornClock)
+// clang-format on
+
+#define VORN_DECLARE(T, U)                               \
+    extern template class TypedRealisedAssignment<T, U>; \
+    extern template class TypedRealisedFlow<T, U>;
+VORN_FOR_EACH_ASSIGNABLE(VORN_DECLARE)
+#undef VORN_DECLARE
+#define VORN_DECLARE(T, U) extern template class TypedRealisedTrajectoryEquation<T, U>;
+VORN_FOR_EACH_TRAJECTORY(VORN_DECLARE)
+#undef VORN_DECLARE
 
 }  // namespace vornrun

@@ -32,7 +32,7 @@ RealisedTransition::RealisedTransition(unsigned int id, const VornComponentReali
       mTouchesContinuous(false),
       mDirectCommunication(trigger->parent() != component) {
     for (const auto& effect : mEffects) {
-        if (effect == nullptr || effect->assignment() == nullptr) {
+        if (effect == nullptr) {
             std::ostringstream text;
             text << "Component " << component->fullIdentifier() << ": an effect of transition \"" << *declaration
                  << "\" has no value of a type that its target can take";

@@ -17,7 +17,7 @@ class RealisedTransition final : public Realisation {
     using Effects = std::vector<std::unique_ptr<RealisedAssignment>>;
 
     /// Adopts the guard, which may be null, and the effects, in the order in which they apply.
-    /// \throws model_exception when an effect is null or has no expression
+    /// \throws model_exception when an effect is null
     RealisedTransition(unsigned int id, const VornComponentRealisation* component, const VornTransition* declaration,
                        const RealisedMode* source, const RealisedMode* target, const RealisedEventPort* trigger,
                        VornLinearExpression* guard, Effects effects);

@@ -71,6 +71,7 @@ void VornComponentRealisation::attachDataPort(RealisedDataPort* port) {
 void VornComponentRealisation::attachModes(Owned<RealisedMode> modes) {
     mModes = std::move(modes);
     mBuckets.assign(mModes.size(), Bucket());
+    mPortTransitions.clear();
     for (unsigned int i = 0; i < mModes.size(); ++i) mModes[i]->setIndex(i);
 }
 

@@ -12,8 +12,8 @@ namespace vornrun {
 
 /// True when a value of type From converts to type To.
 template <VornTag From, VornTag To>
-inline constexpr bool isConvertible =
-    std::same_as<From, To> || (IntegerTag<From> && NumericTag<To>) || (DoubleTag<From> && DoubleTag<To>);
+inline constexpr bool isConvertible = std::same_as<From, To> || (IntegerTag<From> && NumericTag<To>) ||
+                                      (DoubleTag<From> && DoubleTag<To>);
 
 /// \throws std::invalid_argument always: "Requested invalid conversion from " the type From " to " the type To
 ///         " (value=" the value in the stream's default format ")"

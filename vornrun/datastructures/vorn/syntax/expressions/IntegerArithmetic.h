@@ -28,8 +28,8 @@ inline long wrappingProduct(long left, long right) noexcept {
 inline long wrappingNegation(long value) noexcept { return wrappingDifference(0, value); }
 
 struct QuotientAndRemainder {
-    long quotient;     ///< truncated towards zero
-    long remainder;    ///< of the dividend's sign
+    long quotient;   ///< truncated towards zero
+    long remainder;  ///< of the dividend's sign
 };
 
 /// The processor's division. A divisor of 0, and the lowest value divided by -1, end the process with SIGFPE.
@@ -44,7 +44,7 @@ inline QuotientAndRemainder hardwareDivision(long dividend, long divisor) noexce
 #else
     if (divisor == 0 || (divisor == -1 && dividend == std::numeric_limits<long>::min())) {
         std::raise(SIGFPE);
-        std::abort();    // a handler that returns has no division to go on with
+        std::abort();  // a handler that returns has no division to go on with
     }
     return {dividend / divisor, dividend % divisor};
 #endif

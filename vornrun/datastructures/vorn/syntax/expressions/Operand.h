@@ -14,9 +14,9 @@ namespace vornrun {
 /// Which operand of which operator, for the text of an exception. The texts are literals, so that a place costs
 /// nothing to make.
 struct OperandPlace {
-    std::string_view position;    ///< "Left operand", "Condition", ...
-    std::string_view operation;   ///< the operator as it prints
-    std::size_t number = 0;       ///< counts the cases from 1; 0 where there is one such operand only
+    std::string_view position;   ///< "Left operand", "Condition", ...
+    std::string_view operation;  ///< the operator as it prints
+    std::size_t number = 0;      ///< counts the cases from 1; 0 where there is one such operand only
 };
 
 /// \throws missing_operand always, naming the place and the type; an empty type is left out

@@ -20,6 +20,8 @@ template <class Op>
 inline constexpr bool isOrderOperator = isOneOf<Op, VornLt, VornLEq, VornGt, VornGEq>;
 template <class Op>
 inline constexpr bool isEqualityOperator = isOneOf<Op, VornEq, VornNEq>;
+template <class Op>
+inline constexpr bool isComparisonOperator = isOrderOperator<Op> || isEqualityOperator<Op>;
 
 /// The numeric types from low to high; arithmetic results in the higher type of its two operands.
 template <NumericTag T>
@@ -65,8 +67,7 @@ struct BinaryResultType<VornMod, Left, Right, std::enable_if_t<IntegerTag<Left> 
 
 template <class Op, class Left, class Right>
 struct BinaryResultType<Op, Left, Right,
-                        std::enable_if_t<(isOrderOperator<Op> || isEqualityOperator<Op>) && NumericTag<Left> &&
-                                         NumericTag<Right>>> {
+                        std::enable_if_t<isComparisonOperator<Op> && NumericTag<Left> && NumericTag<Right>>> {
     static constexpr bool valid = true;
     using type = VornBool;
 };

@@ -23,7 +23,7 @@ typename Result::AssociatedDataType TypedUnaryOperator<Op, Result, Sub>::evaluat
     } else if constexpr (IntegerTag<Sub>) {
         return wrappingNegation(value);
     } else {
-        return -value;    // flips the sign bit: 0.0 becomes -0.0
+        return -value;  // flips the sign bit: 0.0 becomes -0.0
     }
 }
 

@@ -11,7 +11,7 @@ struct BinaryMeaning<VornDivide> {
             if constexpr (std::is_same_v<decltype(l), long>) {
                 return hardwareDivision(l, r).quotient;
             } else {
-                return l / r;    // a zero divisor gives an infinity or a NaN
+                return l / r;  // a zero divisor gives an infinity or a NaN
             }
         });
     }

@@ -10,7 +10,8 @@ struct BinaryMeaning<VornEq> {
     template <class Left, class Right>
     static bool evaluate(const Operand<Left>& left, const Operand<Right>& right) {
         if constexpr (comparesWithTolerance<Left, Right>) {
-            return onBothNumbers(left, right, [](double l, double r) { return std::abs(l - r) < COMPARISON_TOLERANCE; });
+            return onBothNumbers(left, right,
+                                 [](double l, double r) { return std::abs(l - r) < COMPARISON_TOLERANCE; });
         } else if constexpr (NumericTag<Left>) {
             return onBothNumbers(left, right, [](auto l, auto r) { return l == r; });
         } else {

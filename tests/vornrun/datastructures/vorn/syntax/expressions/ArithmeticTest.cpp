@@ -6,6 +6,7 @@
 #include <csignal>
 #include <limits>
 
+#include "tests/support/CaseName.h"
 #include "tests/vornrun/datastructures/vorn/syntax/expressions/ExpressionTestSupport.h"
 
 namespace vornrun::test {
@@ -30,8 +31,7 @@ TEST_P(IntegerArithmetic, IsThatOfTheProcessorForIntsAndIntervals) {
     EXPECT_EQ(valueOf<VornInt>(binary(op, constant<VornInt>(left), constant<VornInt>(right))), expected);
     EXPECT_EQ(valueOf<VornInt>(binary(op, constant<VornInterval>(left), constant<VornInt>(right))), expected);
     EXPECT_EQ(valueOf<VornInt>(binary(op, constant<VornInt>(left), constant<VornInterval>(right))), expected);
-    EXPECT_EQ(valueOf<VornInterval>(binary(op, constant<VornInterval>(left), constant<VornInterval>(right))),
-              expected);
+    EXPECT_EQ(valueOf<VornInterval>(binary(op, constant<VornInterval>(left), constant<VornInterval>(right))), expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -54,7 +54,7 @@ INSTANTIATE_TEST_SUITE_P(
                     IntegerCase{"RemainderIgnoresTheSignOfTheDivisor", 7, "mod", -2, 1},
                     IntegerCase{"RemainderOfTheLowest", LOWEST, "mod", 10, -8},
                     IntegerCase{"RemainderWithoutRest", 6, "mod", 3, 0}),
-    [](const auto& tested) { return std::string(tested.param.name); });
+    CaseName());
 
 struct TrapCase {
     const char* name;
@@ -65,11 +65,16 @@ struct TrapCase {
 
 class IntegerDivisionDeathTest : public testing::TestWithParam<TrapCase> {};
 
-/// Sanitizers take the signal for themselves unless its action is the default one.
+/// Dies in a process of its own, since the logging library has threads. Sanitizers take the signal for themselves
+/// unless its action is the default one.
 template <class T>
-void evaluateWithDefaultSignalAction(const VornExpressionTree& tree) {
-    std::signal(SIGFPE, SIG_DFL);
-    static_cast<void>(valueOf<T>(tree));
+void expectArithmeticSignal(const Tree& tree) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto evaluate = [&tree] {
+        std::signal(SIGFPE, SIG_DFL);
+        static_cast<void>(valueOf<T>(tree));
+    };
+    EXPECT_EXIT(evaluate(), testing::KilledBySignal(SIGFPE), "") << *tree;
 }
 
 TEST_P(IntegerDivisionDeathTest, WithoutAResultEndsTheProcessWithTheArithmeticSignal) {
@@ -77,9 +82,9 @@ TEST_P(IntegerDivisionDeathTest, WithoutAResultEndsTheProcessWithTheArithmeticSi
     const Tree ints = binary(op, constant<VornInt>(left), constant<VornInt>(right));
     const Tree intervals = binary(op, constant<VornInterval>(left), constant<VornInterval>(right));
     const Tree mixed = binary(op, constant<VornInterval>(left), constant<VornInt>(right));
-    EXPECT_EXIT(evaluateWithDefaultSignalAction<VornInt>(*ints), testing::KilledBySignal(SIGFPE), "");
-    EXPECT_EXIT(evaluateWithDefaultSignalAction<VornInterval>(*intervals), testing::KilledBySignal(SIGFPE), "");
-    EXPECT_EXIT(evaluateWithDefaultSignalAction<VornInt>(*mixed), testing::KilledBySignal(SIGFPE), "");
+    expectArithmeticSignal<VornInt>(ints);
+    expectArithmeticSignal<VornInterval>(intervals);
+    expectArithmeticSignal<VornInt>(mixed);
 }
 
 INSTANTIATE_TEST_SUITE_P(Operators, IntegerDivisionDeathTest,
@@ -87,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(Operators, IntegerDivisionDeathTest,
                                          TrapCase{"ModuloZero", 1, "mod", 0},
                                          TrapCase{"LowestDividedByMinus1", LOWEST, "/", -1},
                                          TrapCase{"LowestModuloMinus1", LOWEST, "mod", -1}),
-                         [](const auto& tested) { return std::string(tested.param.name); });
+                         CaseName());
 
 Tree oneByZeroIsOne() {
     return binary("=", binary("/", constant<VornInt>(1), constant<VornInt>(0)).release(), constant<VornInt>(1));
@@ -96,8 +101,8 @@ Tree oneByZeroIsOne() {
 TEST(IntegerDivisionDeathTest, TrapsOnEitherSideOfIff) {
     const Tree onTheLeft = binary("iff", oneByZeroIsOne().release(), constant<VornBool>(true));
     const Tree onTheRight = binary("iff", constant<VornBool>(true), oneByZeroIsOne().release());
-    EXPECT_EXIT(evaluateWithDefaultSignalAction<VornBool>(*onTheLeft), testing::KilledBySignal(SIGFPE), "");
-    EXPECT_EXIT(evaluateWithDefaultSignalAction<VornBool>(*onTheRight), testing::KilledBySignal(SIGFPE), "");
+    expectArithmeticSignal<VornBool>(onTheLeft);
+    expectArithmeticSignal<VornBool>(onTheRight);
 }
 
 TEST(ShortCircuit, FalseAndAnythingDoesNotTrapNorDoesTrueOrAnything) {
@@ -118,7 +123,8 @@ class DoubleArithmetic : public testing::TestWithParam<DoubleCase> {};
 TEST_P(DoubleArithmetic, FollowsIeee) {
     const auto& [name, left, op, right, expected] = GetParam();
     const double reals = valueOf<VornReal>(binary(op, constant<VornReal>(left), constant<VornReal>(right)));
-    const double mixed = valueOf<VornContinuous>(binary(op, constant<VornClock>(left), constant<VornContinuous>(right)));
+    const double mixed =
+        valueOf<VornContinuous>(binary(op, constant<VornClock>(left), constant<VornContinuous>(right)));
     if (std::isnan(expected)) {
         EXPECT_TRUE(std::isnan(reals));
         EXPECT_TRUE(std::isnan(mixed));
@@ -137,7 +143,7 @@ INSTANTIATE_TEST_SUITE_P(
                     DoubleCase{"ZeroByZeroIsNoNumber", 0, "/", 0.0, std::nan("")},
                     DoubleCase{"InfinityMinusItselfIsNoNumber", INFINITE, "-", INFINITE, std::nan("")},
                     DoubleCase{"OverflowIsInfinite", 1e308, "*", 10, INFINITE}),
-    [](const auto& tested) { return std::string(tested.param.name); });
+    CaseName());
 
 TEST(MixedArithmetic, ConvertsTheIntegerToDoubleFirst) {
     EXPECT_EQ(valueOf<VornReal>(binary("/", constant<VornInt>(1), constant<VornReal>(2))), 0.5);

@@ -129,10 +129,12 @@ TEST(CaseOperator, MissingValueAndDefaultAreNamedWhenSelected) {
     EXPECT_EQ(printed(missingValue), "case 1 : (null) otherwise 1 end");
     EXPECT_EQ(printed(missingDefault), "case 0 : 1 otherwise (null) end");
     for (const auto& [node, text] :
-         {std::pair{&missingValue, "Value 1 of 'case' (int) is missing: a name in it did not resolve, or its type was "
-                                   "changed"},
-          {&missingDefault, "Default of 'case' (int) is missing: a name in it did not resolve, or its type was "
-                            "changed"}}) {
+         {std::pair{&missingValue,
+                    "Value 1 of 'case' (int) is missing: a name in it did not resolve, or its type was "
+                    "changed"},
+          {&missingDefault,
+           "Default of 'case' (int) is missing: a name in it did not resolve, or its type was "
+           "changed"}}) {
         const std::unique_ptr<IntCase> copy(node->clone());
         try {
             static_cast<void>(copy->evaluateDirect());
@@ -157,8 +159,8 @@ TEST(CaseOperator, CopesWithListsThatHaveNoPairs) {
 }
 
 TEST(CaseOperator, OverPlaceholderModesKeepsThemThroughEvaluation) {
-    const TypedCaseOperator<VornModeVal> node({}, new TypedVornValue<VornModeVal>(
-                                                      new RealisedMode(RealisedMode::DUMMY_ID, "on")));
+    const TypedCaseOperator<VornModeVal> node(
+        {}, new TypedVornValue<VornModeVal>(new RealisedMode(RealisedMode::DUMMY_ID, "on")));
     EXPECT_EQ(node.evaluateDirect()->name(), "on");
     { const std::unique_ptr<VornValue> box(node.evaluationResult()); }
     EXPECT_EQ(node.evaluateDirect()->name(), "on");

@@ -67,7 +67,7 @@ TEST_P(NumericPairs, OrderWholeNumbersAlike) {
 }
 
 TEST_P(NumericPairs, UseTheToleranceByTheirTypes) {
-    if (regime() == 'I') return;    // no two integers are that close
+    if (regime() == 'I') return;  // no two integers are that close
     const bool tolerant = regime() == 'T';
     if (hasDoubleAsAssociatedDataType(NUMERIC[leftIndex()])) {
         EXPECT_EQ(compare(2.0000001, 2), tolerant ? EQUAL_BUT_GREATER : GREATER);
@@ -84,10 +84,14 @@ TEST_P(NumericPairs, UseTheToleranceByTheirTypes) {
 }
 
 TEST_P(NumericPairs, CompareNoNumberByTheirRegime) {
-    if (regime() == 'I') return;    // integers are always numbers
+    if (regime() == 'I') return;  // integers are always numbers
     const char* const expected = regime() == 'T' ? NOTHING_HOLDS : UNEQUAL_ONLY;
-    if (hasDoubleAsAssociatedDataType(NUMERIC[leftIndex()])) EXPECT_EQ(compare(NO_NUMBER, 2), expected);
-    if (hasDoubleAsAssociatedDataType(NUMERIC[rightIndex()])) EXPECT_EQ(compare(2, NO_NUMBER), expected);
+    if (hasDoubleAsAssociatedDataType(NUMERIC[leftIndex()])) {
+        EXPECT_EQ(compare(NO_NUMBER, 2), expected);
+    }
+    if (hasDoubleAsAssociatedDataType(NUMERIC[rightIndex()])) {
+        EXPECT_EQ(compare(2, NO_NUMBER), expected);
+    }
 }
 
 TEST_P(NumericPairs, OrderInfinitiesBeyondAllNumbers) {
@@ -138,7 +142,7 @@ TEST(LessOrEqual, HasToleranceBetweenRealsAndNoneAgainstAnInterval) {
 }
 
 TEST(IntegerComparison, IsExactWhereDoublesWouldRound) {
-    const TypedVornValue<VornInt> odd(9007199254740993);    // 2^53 + 1, not a double
+    const TypedVornValue<VornInt> odd(9007199254740993);  // 2^53 + 1, not a double
     EXPECT_EQ(answers(odd, TypedVornValue<VornInt>(9007199254740992)), GREATER);
     EXPECT_EQ(answers(odd, TypedVornValue<VornInterval>(9007199254740992)), GREATER);
     EXPECT_EQ(answers(TypedVornValue<VornInterval>(9007199254740993), TypedVornValue<VornReal>(9007199254740992.0)),

@@ -57,9 +57,8 @@ void withBinaryOperator(std::string_view text, F&& f) {
 /// `left text right`, over adopted operands of legal types.
 inline Tree binary(std::string_view text, VornExpressionTree* left, VornExpressionTree* right) {
     Tree result;
-    withBinaryOperator(text, [&]<class Op>() {
-        result.reset(VornExpressionConstructor::expressionTree<Op>(left, right));
-    });
+    withBinaryOperator(text,
+                       [&]<class Op>() { result.reset(VornExpressionConstructor::expressionTree<Op>(left, right)); });
     return result;
 }
 

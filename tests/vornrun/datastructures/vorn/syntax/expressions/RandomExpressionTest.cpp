@@ -27,33 +27,48 @@ class Generator {
     Expected<VornInt> integer(int depth) {
         if (depth == 0) return leaf<VornInt>(pick(20) - 10);
         switch (pick(4)) {
-            case 0: return arithmetic<VornInt>("+", integer(depth - 1), integer(depth - 1), std::plus<>());
-            case 1: return arithmetic<VornInt>("-", integer(depth - 1), integer(depth - 1), std::minus<>());
-            case 2: return inverted(integer(depth - 1));
-            default: return selected(truth(depth - 1), integer(depth - 1), integer(depth - 1));
+            case 0:
+                return arithmetic<VornInt>("+", integer(depth - 1), integer(depth - 1), std::plus<>());
+            case 1:
+                return arithmetic<VornInt>("-", integer(depth - 1), integer(depth - 1), std::minus<>());
+            case 2:
+                return inverted(integer(depth - 1));
+            default:
+                return selected(truth(depth - 1), integer(depth - 1), integer(depth - 1));
         }
     }
 
     Expected<VornReal> real(int depth) {
         if (depth == 0) return leaf<VornReal>(static_cast<double>(pick(40) - 20) / 2);
         switch (pick(4)) {
-            case 0: return arithmetic<VornReal>("+", real(depth - 1), integer(depth - 1), std::plus<>());
-            case 1: return arithmetic<VornReal>("-", integer(depth - 1), real(depth - 1), std::minus<>());
-            case 2: return inverted(real(depth - 1));
-            default: return selected(truth(depth - 1), real(depth - 1), real(depth - 1));
+            case 0:
+                return arithmetic<VornReal>("+", real(depth - 1), integer(depth - 1), std::plus<>());
+            case 1:
+                return arithmetic<VornReal>("-", integer(depth - 1), real(depth - 1), std::minus<>());
+            case 2:
+                return inverted(real(depth - 1));
+            default:
+                return selected(truth(depth - 1), real(depth - 1), real(depth - 1));
         }
     }
 
     Expected<VornBool> truth(int depth) {
         if (depth == 0) return leaf<VornBool>(pick(2) == 1);
         switch (pick(7)) {
-            case 0: return arithmetic<VornBool>("and", truth(depth - 1), truth(depth - 1), std::logical_and<>());
-            case 1: return arithmetic<VornBool>("or", truth(depth - 1), truth(depth - 1), std::logical_or<>());
-            case 2: return arithmetic<VornBool>("iff", truth(depth - 1), truth(depth - 1), std::equal_to<>());
-            case 3: return negated(truth(depth - 1));
-            case 4: return arithmetic<VornBool>("<", real(depth - 1), integer(depth - 1), std::less<>());
-            case 5: return arithmetic<VornBool>(">=", real(depth - 1), real(depth - 1), std::greater_equal<>());
-            default: return arithmetic<VornBool>("!=", integer(depth - 1), integer(depth - 1), std::not_equal_to<>());
+            case 0:
+                return arithmetic<VornBool>("and", truth(depth - 1), truth(depth - 1), std::logical_and<>());
+            case 1:
+                return arithmetic<VornBool>("or", truth(depth - 1), truth(depth - 1), std::logical_or<>());
+            case 2:
+                return arithmetic<VornBool>("iff", truth(depth - 1), truth(depth - 1), std::equal_to<>());
+            case 3:
+                return negated(truth(depth - 1));
+            case 4:
+                return arithmetic<VornBool>("<", real(depth - 1), integer(depth - 1), std::less<>());
+            case 5:
+                return arithmetic<VornBool>(">=", real(depth - 1), real(depth - 1), std::greater_equal<>());
+            default:
+                return arithmetic<VornBool>("!=", integer(depth - 1), integer(depth - 1), std::not_equal_to<>());
         }
     }
 

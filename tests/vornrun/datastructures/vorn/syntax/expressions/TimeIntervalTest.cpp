@@ -99,7 +99,9 @@ INSTANTIATE_TEST_SUITE_P(
         SetCase{"OverlappingRangesShareTheMiddle", {{0, 2}}, {{1, 3}}, {{1, 2}}},
         SetCase{"RangesWithinTheToleranceMeetInAPoint", {{0, 1}}, {{1.000005, 2}}, {{1.000005, 1.000005}}},
         SetCase{"TheSameTheOtherWayRound", {{1.000005, 2}}, {{0, 1}}, {{1.000005, 1.000005}}},
-        SetCase{"AGapOfExactlyTheToleranceStillTouches", {{0, 1}}, {{1 + 1e-5, 2}}, {{1 + 1e-5, 1 + 1e-5}}},
+        SetCase{"AGapOfExactlyTheToleranceStillTouches", {{0, 0}}, {{1e-5, 2}}, {{1e-5, 1e-5}}},
+        // Both tests are rounded, and 1 + 1e-5 lies a little more than 1e-5 above 1.
+        SetCase{"AGapThatOnlyRoundsToTheToleranceStaysInverted", {{0, 1}}, {{1 + 1e-5, 2}}, {{1 + 1e-5, 1}}},
         SetCase{"AGapBeyondTheToleranceDoesNot", {{0, 1}}, {{1.00002, 2}}, {}},
         SetCase{"SeparateRangesShareNothing", {{0, 1}}, {{1.1, 2}}, {}},
         SetCase{"RangesThatMeetShareThePoint", {{0, 1}}, {{1, 2}}, {{1, 1}}},

@@ -1,0 +1,23 @@
+#pragma once
+/// \file
+/// From the words of the command line to Settings.
+
+#include <boost/any.hpp>
+#include <string>
+#include <vector>
+
+#include "tools/simulator/Settings.h"
+
+/// Fills the settings from the words. An option that is not given leaves its field as it is, but for the log level
+/// and the strategy, which are always set: to info and asap when not given.
+/// \return true when the run is to go on; false when it is to stop with exit status 1, after the usage was written to
+///         standard output (for --help) or a line starting with "Error: " to standard error
+bool parseCommandLine(int argc, char** argv, vornrun::Settings& settings);
+
+// The option library finds these by argument-dependent lookup; they turn the word of an option into its value. Words
+// are matched as they stand, in lower case.
+
+/// \throws boost::program_options::error for an unknown word or a second occurrence
+void validate(boost::any& value, const std::vector<std::string>& tokens, LogLevelName* target, int);
+/// \throws boost::program_options::error for an unknown word or a second occurrence
+void validate(boost::any& value, const std::vector<std::string>& tokens, SimStrategy* target, int);
