@@ -74,7 +74,7 @@ TEST_P(ErrorPortsIn, BecomeOutPortsWhateverTheList) {
 
 INSTANTIATE_TEST_SUITE_P(TypeDeclParser, ErrorPortsIn,
                          testing::Values("in_data_ports", "out_data_ports", "in_event_ports", "out_event_ports"),
-                         testing::PrintToStringParamName());
+                         [](const auto& row) { return std::string(row.param); });
 
 TEST(TypeDeclParser, GivesAnErrorPortWithoutDistributionNoOccurrence) {
     ModelWriter model;
