@@ -3,31 +3,23 @@
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/util/XMLString.hpp>
 
 #include "vornrun/algorithms/parser/ReferenceGraph.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
+#include "vornrun/algorithms/parser/XmlName.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
 
 namespace vornrun::parser {
 
 using xercesc::DOMElement;
-using xercesc::XMLString;
 
 const Log AbstractVornXmlParser::sLogger("root.vornxml");
 
 struct AbstractVornXmlParser::AttributeNames {
-    XMLCh* key = XMLString::transcode("key");  // known to the format, read by no parser
-    XMLCh* type = XMLString::transcode("type");
-    XMLCh* objid = XMLString::transcode("objid");
-    XMLCh* objref = XMLString::transcode("objref");
-
-    AttributeNames() = default;
-    AttributeNames(const AttributeNames&) = delete;
-    AttributeNames& operator=(const AttributeNames&) = delete;
-    ~AttributeNames() {  // transcoded text goes back to the library that made it
-        for (XMLCh** name : {&key, &type, &objid, &objref}) XMLString::release(name);
-    }
+    XmlName key{"key"};  // known to the format, read by no parser
+    XmlName type{"type"};
+    XmlName objid{"objid"};
+    XmlName objref{"objref"};
 };
 
 AbstractVornXmlParser::AbstractVornXmlParser(XmlContext& context)
@@ -143,7 +135,11 @@ std::vector<std::string> AbstractVornXmlParser::inModes(const DOMElement* elemen
 }
 
 std::string AbstractVornXmlParser::typeAttribute(const DOMElement* element) const {
-    return util::transcode(element->getAttribute(mAttributes->type));
+    return util::transcode(plainTypeAttribute(element));
+}
+
+const XMLCh* AbstractVornXmlParser::plainTypeAttribute(const DOMElement* element) const {
+    return element->getAttribute(mAttributes->type);
 }
 
 }  // namespace vornrun::parser

@@ -69,6 +69,8 @@ class AbstractVornXmlParser {
     std::vector<std::string> inModes(const xercesc::DOMElement* element) const;
     /// The element's attribute "type"; empty when it has none.
     std::string typeAttribute(const xercesc::DOMElement* element) const;
+    /// The same in the document's own characters, borrowed from it.
+    const XMLCh* plainTypeAttribute(const xercesc::DOMElement* element) const;
 
     const VornXmlTags& tags() const noexcept { return *mTags; }
     bool xercesInitialized() const noexcept { return mXercesInitialized; }

@@ -2,12 +2,15 @@
 /// \file
 /// Expression elements of either input file become expression trees, value elements become constants.
 
+#include <memory>
+#include <utility>
+
 #include "vornrun/algorithms/parser/VornXmlParser.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/OperatorType.h"
+#include "vornrun/datastructures/vorn/syntax/expressions/VornExpressionTree.h"
 
 namespace vornrun {
 
-class VornExpressionTree;
 class VornValue;
 class VornVariable;
 
@@ -21,8 +24,10 @@ OperatorType parsedIntToOperatorType(int number);
 class VornXmlParser::ExpressionParser final : public parser::AbstractVornXmlParser {
   public:
     explicit ExpressionParser(parser::XmlContext& context);
+    ~ExpressionParser() override;    // the class of the names is incomplete here
 
     /// The tree of an expression element, or null when an operand in it failed.
+    /// \throws VornXmlCorruptedVornException "Expression is nested too deeply" when the stack does not suffice
     VornExpressionTree* parseSubexpression(const xercesc::DOMElement* element) const;
     /// The variable that an element names.
     VornVariable* parseIdentifierNode(const xercesc::DOMElement* element) const;
@@ -36,10 +41,19 @@ class VornXmlParser::ExpressionParser final : public parser::AbstractVornXmlPars
     VornDataTypeTag getDataTypeForExpressionLeaves(const xercesc::DOMElement* element) const;
 
   private:
+    struct TypeNames;    // the texts of the attribute "type", transcoded
+
     VornExpressionTree* parseBinaryExpression(const xercesc::DOMElement* element) const;
     VornExpressionTree* parseUnaryExpression(const xercesc::DOMElement* element) const;
     VornExpressionTree* parseCaseExpression(const xercesc::DOMElement* element) const;
     VornExpressionTree* parseTrajectoryNode(const xercesc::DOMElement* element) const;
+    /// One tuple of a case expression; nulls when a part of it failed.
+    std::pair<std::unique_ptr<TypedVornExpressionTree<VornBool>>, std::unique_ptr<VornExpressionTree>> parseTuple(
+        const xercesc::DOMElement* element) const;
+    parser::OperatorType parseOperator(const xercesc::DOMElement* element) const;
+    void warnOfMismatch(const VornExpressionTree& tree, VornDataTypeTag expected) const;
+
+    std::unique_ptr<TypeNames> mTypeNames;
 };
 
 }  // namespace vornrun

@@ -37,6 +37,7 @@ class VornXmlParser final : public parser::AbstractVornXmlParser {
   private:
     class DocumentReader;    // the DOM parser with its error handler and its bounds
 
+    void expectRoot(const xercesc::DOMElement* root, const XMLCh* tag, bool local) const;
     VornSpecification* buildModel(const xercesc::DOMElement* root);
     std::vector<std::unique_ptr<VornPackage>> parsePackages(const xercesc::DOMElement* element);
     std::unique_ptr<VornPackage> parsePackage(const xercesc::DOMElement* element);

@@ -1,0 +1,181 @@
+#include "vornrun/algorithms/parser/DocumentReader.h"
+
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+#include <vector>
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/framework/XMLErrorCodes.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/HandlerBase.hpp>
+#include <xercesc/sax/InputSource.hpp>
+#include <xercesc/util/BinInputStream.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/SecurityManager.hpp>
+#include <xercesc/util/XMLEntityResolver.hpp>
+#include <xercesc/util/XMLResourceIdentifier.hpp>
+#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include "vornrun/algorithms/parser/BoundedMemory.h"
+#include "vornrun/algorithms/parser/VornXmlException.h"
+#include "vornrun/algorithms/parser/XmlUtil.h"
+
+namespace vornrun {
+
+using parser::BoundedMemory;
+using parser::VornInvalidXmlException;
+using xercesc::InputSource;
+using xercesc::XMLString;
+
+namespace {
+
+constexpr const char* EXPANDS_WITHOUT_BOUND = "The document's entities expand without bound";
+
+}  // namespace
+
+/// The bytes of a file, counted.
+class VornXmlParser::DocumentReader::FileStream final : public xercesc::BinInputStream {
+  public:
+    FileStream(std::ifstream file, BoundedMemory& memory) : mFile(std::move(file)), mMemory(memory) {}
+
+    XMLFilePos curPos() const override { return mPosition; }
+    const XMLCh* getContentType() const override { return nullptr; }
+
+    XMLSize_t readBytes(XMLByte* const toFill, const XMLSize_t maxToRead) override {
+        mFile.read(reinterpret_cast<char*>(toFill), static_cast<std::streamsize>(maxToRead));
+        const auto count = static_cast<std::size_t>(mFile.gcount());
+        mPosition += count;
+        mMemory.addDocumentBytes(count);
+        return count;
+    }
+
+  private:
+    std::ifstream mFile;
+    BoundedMemory& mMemory;
+    XMLFilePos mPosition = 0;
+};
+
+/// A file by its path. The library's own source would take a path of the form "http:..." for an address, and would
+/// lose what the locale cannot say.
+class VornXmlParser::DocumentReader::FileSource final : public InputSource {
+  public:
+    FileSource(const std::string& file, BoundedMemory& memory) : mFile(file), mMemory(memory) {
+        // Only for messages: nothing is resolved against it.
+        std::error_code unknown;
+        const std::filesystem::path absolute = std::filesystem::absolute(file, unknown);
+        XMLCh* systemId = XMLString::transcode((unknown ? file : absolute.lexically_normal().string()).c_str());
+        setSystemId(systemId);
+        XMLString::release(&systemId);
+    }
+
+    xercesc::BinInputStream* makeStream() const override {
+        std::ifstream file(mFile, std::ios::binary);
+        // Null makes the library say that it cannot open the file.
+        return file ? new FileStream(std::move(file), mMemory) : nullptr;
+    }
+
+  private:
+    std::string mFile;
+    BoundedMemory& mMemory;
+};
+
+/// Asked for everything outside the file.
+class VornXmlParser::DocumentReader::Resolver final : public xercesc::XMLEntityResolver {
+  public:
+    /// The document names an external part of its type, which is what is asked for next.
+    void expectExternalSubset(const XMLCh* systemId) { mExternalSubset = parser::util::transcode(systemId); }
+    void expectNothing() { mExternalSubset.clear(); }
+
+    InputSource* resolveEntity(xercesc::XMLResourceIdentifier* identifier) override {
+        const std::string wanted = parser::util::transcode(identifier->getSystemId());
+        if (mExternalSubset.empty() || wanted != mExternalSubset)
+            throw VornInvalidXmlException("The document needs the external entity '" + wanted +
+                                          "', and nothing outside the file is read");
+        VORNRUN_LOG(sLogger, Warn,
+                    "The external document type '" << wanted << "' is not read: nothing outside the file is.");
+        mExternalSubset.clear();
+        static constexpr XMLByte NOTHING[] = {' '};
+        return new xercesc::MemBufInputSource(NOTHING, 1, identifier->getSystemId(), false);
+    }
+
+  private:
+    std::string mExternalSubset;
+};
+
+/// Watches the document type, and refuses where the library only reports.
+class VornXmlParser::DocumentReader::Parser final : public xercesc::XercesDOMParser {
+  public:
+    Parser(BoundedMemory& memory, Resolver& resolver) : XercesDOMParser(nullptr, &memory), mResolver(resolver) {}
+
+    void doctypeDecl(const xercesc::DTDElementDecl& root, const XMLCh* const publicId, const XMLCh* const systemId,
+                     const bool hasInternalSubset, const bool hasExternalSubset) override {
+        XercesDOMParser::doctypeDecl(root, publicId, systemId, hasInternalSubset, hasExternalSubset);
+        mExternalSubset = hasExternalSubset ? systemId : nullptr;
+        // What the internal part asks for comes first, and is not the external part.
+        if (!hasInternalSubset && hasExternalSubset) mResolver.expectExternalSubset(systemId);
+    }
+
+    void endIntSubset() override {
+        XercesDOMParser::endIntSubset();
+        if (mExternalSubset != nullptr) mResolver.expectExternalSubset(mExternalSubset);
+    }
+
+    void error(const unsigned int code, const XMLCh* const domain, const ErrTypes type, const XMLCh* const text,
+               const XMLCh* const systemId, const XMLCh* const publicId, const XMLFileLoc line,
+               const XMLFileLoc column) override {
+        // Without a grammar each element is an error of validation; nobody listens.
+        if (type != XMLErrorReporter::ErrType_Fatal) return;
+        if (code == xercesc::XMLErrs::EntityExpansionLimitExceeded &&
+            XMLString::equals(domain, xercesc::XMLUni::fgXMLErrDomain))
+            throw VornInvalidXmlException(EXPANDS_WITHOUT_BOUND);
+        XercesDOMParser::error(code, domain, type, text, systemId, publicId, line, column);
+    }
+
+  private:
+    Resolver& mResolver;
+    const XMLCh* mExternalSubset = nullptr;  // valid while the document type is read
+};
+
+struct VornXmlParser::DocumentReader::State {
+    // The order is that of need: the parser and its documents lie in the memory.
+    BoundedMemory memory;
+    xercesc::HandlerBase errorHandler;  // throws on a fatal error, ignores the others
+    xercesc::SecurityManager security;
+    Resolver resolver;
+    Parser domParser{memory, resolver};
+};
+
+VornXmlParser::DocumentReader::DocumentReader() : mState(std::make_unique<State>()) {
+    mState->security.setEntityExpansionLimit(ENTITY_EXPANSION_LIMIT);
+    Parser& parser = mState->domParser;
+    parser.setValidationScheme(Parser::Val_Always);
+    parser.setDoNamespaces(true);
+    parser.cacheGrammarFromParse(true);
+    parser.setErrorHandler(&mState->errorHandler);
+    parser.setXMLEntityResolver(&mState->resolver);
+    parser.setDisableDefaultEntityResolution(true);
+    parser.setSecurityManager(&mState->security);
+    parser.setCreateEntityReferenceNodes(false);
+    parser.setCreateCommentNodes(false);
+}
+
+VornXmlParser::DocumentReader::~DocumentReader() = default;
+
+const xercesc::DOMDocument* VornXmlParser::DocumentReader::read(const std::string& file) {
+    std::error_code unknown;
+    if (std::filesystem::is_directory(file, unknown))
+        throw VornInvalidXmlException("'" + file + "' is a folder, not a file");
+    mState->resolver.expectNothing();
+    try {
+        mState->domParser.parse(FileSource(file, mState->memory));
+    } catch (const xercesc::OutOfMemoryException&) {
+        if (mState->memory.exceeded()) throw VornInvalidXmlException(EXPANDS_WITHOUT_BOUND);
+        throw;
+    }
+    return mState->domParser.getDocument();
+}
+
+}  // namespace vornrun

@@ -1,0 +1,186 @@
+#include "vornrun/algorithms/parser/PropertyParser.h"
+
+#include <xercesc/dom/DOMElement.hpp>
+
+#include "vornrun/algorithms/parser/ExpressionParser.h"
+#include "vornrun/algorithms/parser/StackGuard.h"
+#include "vornrun/algorithms/parser/VornXmlException.h"
+#include "vornrun/algorithms/parser/XmlName.h"
+#include "vornrun/algorithms/parser/XmlUtil.h"
+#include "vornrun/datastructures/property/CSLBinaryStateFormula.h"
+#include "vornrun/datastructures/property/CSLConstantStateFormula.h"
+#include "vornrun/datastructures/property/CSLNextPathFormula.h"
+#include "vornrun/datastructures/property/CSLPropositionStateFormula.h"
+#include "vornrun/datastructures/property/CSLUnaryStateFormula.h"
+#include "vornrun/datastructures/property/CSLUntilPathFormula.h"
+
+namespace vornrun {
+
+using parser::VornXmlCorruptedVornException;
+using parser::VornXmlUnexpectedNodeException;
+using xercesc::DOMElement;
+namespace util = parser::util;
+
+struct VornXmlParser::PropertyParser::Names {
+    // ltlFormula, ctlFormula, pctlFormula, mitlFormula, lra and et are never looked for: they take the path of an
+    // unknown formula.
+    parser::XmlName ltlFormula{"ltlFormula"};
+    parser::XmlName ctlFormula{"ctlFormula"};
+    parser::XmlName cslFormula{"cslFormula"};
+    parser::XmlName pctlFormula{"pctlFormula"};
+    parser::XmlName mitlFormula{"mitlFormula"};
+    parser::XmlName formula{"formula"};
+    parser::XmlName conjunction{"and"};
+    parser::XmlName disjunction{"or"};
+    parser::XmlName implication{"imp"};
+    parser::XmlName equivalence{"iff"};
+    parser::XmlName equality{"eq"};
+    parser::XmlName negation{"not"};
+    parser::XmlName constantTrue{"true"};
+    parser::XmlName constantFalse{"false"};
+    parser::XmlName atomicProposition{"atomicProposition"};
+    parser::XmlName probability{"p"};
+    parser::XmlName comparisonOperator{"comparisonOperator"};
+    parser::XmlName greaterThan{"greaterThan"};
+    parser::XmlName greaterEqual{"greaterEqual"};
+    parser::XmlName lessThan{"lessThan"};
+    parser::XmlName lessEqual{"lessEqual"};
+    parser::XmlName threshold{"threshold"};
+    parser::XmlName until{"u"};
+    parser::XmlName next{"x"};
+    parser::XmlName lowerBound{"lowerBound"};
+    parser::XmlName upperBound{"upperBound"};
+    parser::XmlName value{"value"};
+    parser::XmlName longRunAverage{"lra"};
+    parser::XmlName expectedTime{"et"};
+};
+
+namespace {
+
+bool isNamed(const DOMElement* element, const XMLCh* name) { return util::elemMatchesTag(element, name, true); }
+
+void refuseDeepNesting() {
+    if (stackNearlyExhausted()) throw VornXmlCorruptedVornException("Formula is nested too deeply");
+}
+
+}  // namespace
+
+VornXmlParser::PropertyParser::PropertyParser(parser::XmlContext& context, const ExpressionParser* expressionParser)
+    : AbstractVornXmlParser(context), mExpressionParser(expressionParser), mNames(std::make_unique<Names>()) {}
+
+VornXmlParser::PropertyParser::~PropertyParser() = default;
+
+std::vector<CSLFormula*> VornXmlParser::PropertyParser::parseProperties(const DOMElement* root) {
+    std::vector<std::unique_ptr<CSLFormula>> formulas;
+    for (const DOMElement* child : listChildren(root))
+        if (std::unique_ptr<CSLFormula> formula{parseProperty(child)}) formulas.push_back(std::move(formula));
+    std::vector<CSLFormula*> result;
+    result.reserve(formulas.size());
+    for (std::unique_ptr<CSLFormula>& formula : formulas) result.push_back(formula.release());
+    return result;
+}
+
+CSLFormula* VornXmlParser::PropertyParser::parseProperty(const DOMElement* element) const {
+    if (!isNamed(element, mNames->cslFormula)) {
+        VORNRUN_LOG(sLogger, Debug, "Ignoring formula: " << util::nodeName(element, true));
+        return nullptr;
+    }
+    const DOMElement* formula = firstChild(element);
+    if (!isNamed(formula, mNames->probability)) {
+        VORNRUN_LOG(sLogger, Debug, "Ignoring Unsupported CSL formula: " << util::nodeName(formula, true));
+        return nullptr;
+    }
+    return parseStateFormula(formula);
+}
+
+CSLStateFormula* VornXmlParser::PropertyParser::parseStateFormula(const DOMElement* element) const {
+    refuseDeepNesting();
+    while (isNamed(element, mNames->formula)) element = firstChild(element);
+    const auto is = [element](const XMLCh* name) { return isNamed(element, name); };
+    if (is(mNames->probability)) return parseProbability(element);
+    if (is(mNames->atomicProposition)) return parseProposition(element);
+    if (is(mNames->conjunction)) return parseBinary<CSLAnd>(element);
+    if (is(mNames->disjunction)) return parseBinary<CSLOr>(element);
+    if (is(mNames->implication)) return parseBinary<CSLImp>(element);
+    if (is(mNames->equivalence) || is(mNames->equality)) return parseBinary<CSLIff>(element);
+    if (is(mNames->negation)) {
+        std::unique_ptr<CSLStateFormula> operand{parseStateFormula(firstChild(element))};
+        return new CSLUnaryStateFormula<CSLNot>(operand.release());
+    }
+    if (is(mNames->constantTrue)) return new CSLTrue;
+    if (is(mNames->constantFalse)) return new CSLFalse;
+    throw VornXmlUnexpectedNodeException("Unknown state formula node", "State formula node",
+                                         util::nodeName(element, true));
+}
+
+CSLStateFormula* VornXmlParser::PropertyParser::parseProbability(const DOMElement* element) const {
+    const CSLProbabilityStateFormula::Operator op =
+        parseProbOperator(expectChildNode(element, mNames->comparisonOperator, "P node must have operator", true));
+    const double bound = util::getRealNumberContent(
+        expectValue(element, mNames->threshold, "P node must have threshold"), "Threshold must be double");
+    std::unique_ptr<CSLPathFormula> path{parsePathFormula(indexChild(element, 2))};
+    return new CSLProbabilityStateFormula(path.release(), bound, op);
+}
+
+CSLStateFormula* VornXmlParser::PropertyParser::parseProposition(const DOMElement* element) const {
+    std::unique_ptr<VornExpressionTree> tree{mExpressionParser->parseSubexpression(firstChild(element))};
+    if (tree == nullptr) throw VornXmlCorruptedVornException("Failed to parse expression in atomic proposition");
+    auto* const proposition = dynamic_cast<TypedVornExpressionTree<VornBool>*>(tree.get());
+    if (proposition == nullptr)
+        throw VornXmlCorruptedVornException("Type of expression in atomic proposition is not boolean");
+    static_cast<void>(tree.release());
+    return new CSLPropositionStateFormula(proposition);
+}
+
+template <class Op>
+CSLStateFormula* VornXmlParser::PropertyParser::parseBinary(const DOMElement* element) const {
+    std::unique_ptr<CSLStateFormula> left = stateFormulaAt(element, 0);
+    std::unique_ptr<CSLStateFormula> right = stateFormulaAt(element, 1);
+    return new CSLBinaryStateFormula<Op>(left.release(), right.release());
+}
+
+CSLProbabilityStateFormula::Operator VornXmlParser::PropertyParser::parseProbOperator(const DOMElement* element) const {
+    using Operator = CSLProbabilityStateFormula::Operator;
+    if (findChildWithName(element, mNames->lessEqual, true) != nullptr) return Operator::lessEqual;
+    if (findChildWithName(element, mNames->lessThan, true) != nullptr) return Operator::less;
+    if (findChildWithName(element, mNames->greaterEqual, true) != nullptr) return Operator::greaterEqual;
+    if (findChildWithName(element, mNames->greaterThan, true) != nullptr) return Operator::greater;
+    throw VornXmlCorruptedVornException("No or bad operator for P operator");
+}
+
+CSLPathFormula* VornXmlParser::PropertyParser::parsePathFormula(const DOMElement* element) const {
+    refuseDeepNesting();
+    while (isNamed(element, mNames->formula)) {
+        if (element->getFirstElementChild() == nullptr)
+            throw VornXmlCorruptedVornException("Formula node has no child");
+        element = firstChild(element);
+    }
+    // Both bounds come first, whatever the kind: there is no unbounded formula.
+    const DOMElement* lowerElement = expectValue(element, mNames->lowerBound, "Path formula missing lower bound");
+    const DOMElement* upperElement = expectValue(element, mNames->upperBound, "Path formula missing upper bound");
+    const double lower = util::getRealNumberContent(lowerElement, "Lower bound must be double");
+    const double upper = util::getRealNumberContent(upperElement, "Upper bound must be double");
+    if (isNamed(element, mNames->until)) {
+        std::unique_ptr<CSLStateFormula> left = stateFormulaAt(element, 2);
+        std::unique_ptr<CSLStateFormula> right = stateFormulaAt(element, 3);
+        return new CSLUntilPathFormula(left.release(), right.release(), lower, upper);
+    }
+    if (isNamed(element, mNames->next)) {
+        std::unique_ptr<CSLStateFormula> operand = stateFormulaAt(element, 2);
+        return new CSLNextPathFormula(operand.release(), lower, upper);
+    }
+    throw VornXmlUnexpectedNodeException("Unknown path formula node", "Path formula node",
+                                         util::nodeName(element, true));
+}
+
+std::unique_ptr<CSLStateFormula> VornXmlParser::PropertyParser::stateFormulaAt(const DOMElement* element,
+                                                                               unsigned int i) const {
+    return std::unique_ptr<CSLStateFormula>{parseStateFormula(indexChild(element, i))};
+}
+
+const DOMElement* VornXmlParser::PropertyParser::expectValue(const DOMElement* element, const XMLCh* tag,
+                                                             std::string_view description) const {
+    return expectChildNode(expectChildNode(element, tag, description, true), mNames->value, description, true);
+}
+
+}  // namespace vornrun

@@ -1,0 +1,55 @@
+#pragma once
+/// \file
+/// The property file: formulas of Continuous Stochastic Logic. Names are matched on the local name, since the writer of
+/// the file uses namespaces; within an expression they are matched as in the model.
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "vornrun/algorithms/parser/VornXmlParser.h"
+#include "vornrun/datastructures/property/CSLProbabilityStateFormula.h"
+
+namespace vornrun {
+
+class CSLFormula;
+class CSLPathFormula;
+class CSLStateFormula;
+
+/// Formulas of other kinds than `cslFormula` with a `p` on top are passed over with a DEBUG line. Within a `p` every
+/// fault stops the whole parse. All results are owned by the caller.
+class VornXmlParser::PropertyParser final : public parser::AbstractVornXmlParser {
+  public:
+    /// \param expressionParser borrowed, for atomic propositions
+    PropertyParser(parser::XmlContext& context, const ExpressionParser* expressionParser);
+    ~PropertyParser() override;  // the class of the names is incomplete here
+
+    /// The formulas to be checked among the children of the root, in file order.
+    std::vector<CSLFormula*> parseProperties(const xercesc::DOMElement* root);
+    /// Null when the element is not a formula to be checked.
+    CSLFormula* parseProperty(const xercesc::DOMElement* element) const;
+    // Both throw VornXmlCorruptedVornException "Formula is nested too deeply" when the stack does not suffice.
+    CSLStateFormula* parseStateFormula(const xercesc::DOMElement* element) const;
+    CSLPathFormula* parsePathFormula(const xercesc::DOMElement* element) const;
+    /// The comparison of a `comparisonOperator`; of several, `lessEqual` comes before `lessThan`, these two before
+    /// `greaterEqual`, and `greaterThan` last.
+    CSLProbabilityStateFormula::Operator parseProbOperator(const xercesc::DOMElement* element) const;
+
+  private:
+    struct Names;
+
+    CSLStateFormula* parseProbability(const xercesc::DOMElement* element) const;
+    CSLStateFormula* parseProposition(const xercesc::DOMElement* element) const;
+    template <class Op>
+    CSLStateFormula* parseBinary(const xercesc::DOMElement* element) const;
+    /// The state formula at position i from 0.
+    std::unique_ptr<CSLStateFormula> stateFormulaAt(const xercesc::DOMElement* element, unsigned int i) const;
+    /// The element `value` in the child of that name; the description serves both misses.
+    const xercesc::DOMElement* expectValue(const xercesc::DOMElement* element, const XMLCh* tag,
+                                           std::string_view description) const;
+
+    const ExpressionParser* mExpressionParser;
+    std::unique_ptr<Names> mNames;
+};
+
+}  // namespace vornrun
