@@ -13,6 +13,7 @@
 #include "tests/support/ModelWriter.h"
 #include "tests/support/ScriptedRandomGenerator.h"
 #include "vornrun/algorithms/simulators/Simulator.h"
+#include "vornrun/datastructures/vorn/syntax/VornSpecification.h"
 
 namespace vornrun::test {
 
