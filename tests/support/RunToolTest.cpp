@@ -58,16 +58,5 @@ TEST(RunTool, KillsAProcessAtTheTimeLimitAndKeepsWhatItWrote) {
 
 TEST(RunTool, ThrowsWhenThereIsNoSuchProgram) { EXPECT_THROW(runProgram("/no/such/program", {}), std::system_error); }
 
-TEST(TempDir, IsGoneWithItsContentAfterItsLife) {
-    std::filesystem::path path;
-    {
-        const TempDir folder;
-        path = folder.path();
-        folder.write("file", "content");
-        EXPECT_TRUE(std::filesystem::exists(path / "file"));
-    }
-    EXPECT_FALSE(std::filesystem::exists(path));
-}
-
 }  // namespace
 }  // namespace vornrun::test
