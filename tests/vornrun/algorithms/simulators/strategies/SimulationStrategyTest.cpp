@@ -191,9 +191,9 @@ TEST(SimulationStrategy, ALargeRaceIsSortedByTimeAndThenByTheOrderOfTheNetwork) 
     }
 }
 
-TEST(SimulationStrategy, APortOfRateZeroNeverFires) {
+TEST(SimulationStrategy, AnInfiniteSampleNeverFires) {
     ModelWriter model;
-    model.type("Pump").errorPort("fail", 0.0);
+    model.type("Pump").errorPort("fail", 0.5);
     model.implementation("Pump.i").transition("main", "main", on("fail"));
     DrivenModel driven(model, ActingStrat());
     driven.script({exponentialDraw(std::numeric_limits<double>::infinity())});
