@@ -163,8 +163,12 @@ TEST(AsapStrat, AFailedSynchronisationFailsAfterTimeHasPassed) {
 TEST(AsapStrat, ListenersTakePartWithADrawEach) {
     ModelWriter model;
     model.type("Ear").inEvent("go");
-    model.implementation("Ear.i").mode("a").mode("b").mode("c").transition("a", "b", on("go")).transition("a", "c",
-                                                                                                          on("go"));
+    model.implementation("Ear.i")
+        .mode("a")
+        .mode("b")
+        .mode("c")
+        .transition("a", "b", on("go"))
+        .transition("a", "c", on("go"));
     model.type("Plant").outEvent("go");
     model.implementation("Plant.i")
         .data(x)

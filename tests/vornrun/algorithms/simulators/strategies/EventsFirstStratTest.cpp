@@ -40,13 +40,8 @@ TEST(EventsFirstStrat, TellsItsNameAndClonesItself) {
 TEST(EventsFirstStrat, TakesWhatIsEnabledBeforeAnyTimePasses) {
     ModelWriter model;
     model.type("Job").errorPort("fail", 0.5);
-    model.implementation("Job.i")
-        .mode("a")
-        .mode("b")
-        .mode("c")
-        .transition("a", "b")
-        .transition("a", "c")
-        .transition("a", "a", on("fail"));
+    model.implementation("Job.i").mode("a").mode("b").mode("c").transition("a", "b").transition("a", "c").transition(
+        "a", "a", on("fail"));
     DrivenModel driven(model, EventsFirstStrat());
     driven.script({exponentialDraw(0.0), integerDraw(1, 0, 1), integerDraw(0, 0, 0)});
     EXPECT_EQ(driven.step(), "0: main: a -> c") << "the stochastic transition is no candidate";

@@ -46,8 +46,11 @@ ModelWriter job(const Expr& bound) {
 /// Nothing is enabled before 2.
 ModelWriter lateJob(const Expr& bound) {
     ModelWriter model;
-    model.implementation("Job.i").data(x).mode("idle", invariant(bound)).mode("done").transition("idle", "done",
-                                                                                                  when(x >= 2.0));
+    model.implementation("Job.i")
+        .data(x)
+        .mode("idle", invariant(bound))
+        .mode("done")
+        .transition("idle", "done", when(x >= 2.0));
     return model;
 }
 
@@ -56,8 +59,12 @@ ModelWriter orchestra() {
     ModelWriter model;
     model.type("Ear").inEvent("go");
     model.implementation("Ear.one").mode("a").mode("b").transition("a", "b", on("go"));
-    model.implementation("Ear.two").mode("a").mode("b").mode("c").transition("a", "b", on("go")).transition("a", "c",
-                                                                                                            on("go"));
+    model.implementation("Ear.two")
+        .mode("a")
+        .mode("b")
+        .mode("c")
+        .transition("a", "b", on("go"))
+        .transition("a", "c", on("go"));
     model.implementation("Ear.three")
         .mode("a")
         .mode("b")
@@ -292,8 +299,9 @@ TEST_F(InputStratTest, PrintsTheStateAndTheTimeOfTheRun) {
     EXPECT_THROW(driven.simulator().performRun(&undecided), abort_exception);
     std::ostringstream network;
     network << driven.network();
-    const std::string later = "Current enabled transitions are:\nFuture transitions are:\nmain : " +
-                              declaration(driven, 0) + "\n    active in: [0.5, INFTY]\n";
+    const std::string later =
+        "Current enabled transitions are:\nFuture transitions are:\nmain : " + declaration(driven, 0) +
+        "\n    active in: [0.5, INFTY]\n";
     EXPECT_EQ(console.output(), lateListing(driven) + prompt("[0, 3]") + "Taking timed transition, delay is 1.5\n" +
                                     later + prompt("[0, 1.5]") + "Current state:\n" + network.str() +
                                     "\nCurrent time is:1.5\n" + prompt("[0, 1.5]"));
@@ -370,26 +378,34 @@ INSTANTIATE_TEST_SUITE_P(
         Selection{"TokensCountAllAutomata", "0,0,1,1\n", {}, "main.q: a -> c, main.r: a -> c"},
         Selection{"BlanksSeparateToo", "0 0 2 0\n", {}, "main.q: a -> d, main.r: a -> b"},
         Selection{"AdjacentSeparatorsAreOne", "0, ,,0  ,  2, 0\n", {}, "main.q: a -> d, main.r: a -> b"},
-        Selection{"ALetterLeavesItsPositionToChance", "1, 1 r  1\n", {integerDraw(2, 0, 2)},
+        Selection{"ALetterLeavesItsPositionToChance",
+                  "1, 1 r  1\n",
+                  {integerDraw(2, 0, 2)},
                   "main.q: a -> d, main.r: a -> c"},
-        Selection{"ALetterALetsTheNextNumberWork", "0,0,a,1\n", {integerDraw(1, 0, 2)},
-                  "main.q: a -> c, main.r: a -> c"},
-        Selection{"ALeadingSeparatorMakesAnEmptyFirstToken", ",0,1,1\n", {},
-                  "main.q: a -> c, main.r: a -> c"},
-        Selection{"ALeadingBlankMakesAnEmptyFirstToken", "  0 1 1\n", {},
-                  "main.q: a -> c, main.r: a -> c"},
+        Selection{
+            "ALetterALetsTheNextNumberWork", "0,0,a,1\n", {integerDraw(1, 0, 2)}, "main.q: a -> c, main.r: a -> c"},
+        Selection{"ALeadingSeparatorMakesAnEmptyFirstToken", ",0,1,1\n", {}, "main.q: a -> c, main.r: a -> c"},
+        Selection{"ALeadingBlankMakesAnEmptyFirstToken", "  0 1 1\n", {}, "main.q: a -> c, main.r: a -> c"},
         Selection{"ANumberWithALetterBehindCounts", "0,0,2x,1b\n", {}, "main.q: a -> d, main.r: a -> c"},
         Selection{"ANumberWithASignCounts", "0,0,+2,-0\n", {}, "main.q: a -> d, main.r: a -> b"},
-        Selection{"AnEmptyLineIsAllChance", "\n", {integerDraw(1, 0, 2), integerDraw(1, 0, 1)},
+        Selection{"AnEmptyLineIsAllChance",
+                  "\n",
+                  {integerDraw(1, 0, 2), integerDraw(1, 0, 1)},
                   "main.q: a -> c, main.r: a -> c"},
-        Selection{"TheEndOfInputIsAllChance", "", {integerDraw(1, 0, 2), integerDraw(0, 0, 1)},
+        Selection{"TheEndOfInputIsAllChance",
+                  "",
+                  {integerDraw(1, 0, 2), integerDraw(0, 0, 1)},
                   "main.q: a -> c, main.r: a -> b"},
         Selection{"ALastLineWithoutLineEndCounts", "0,0,2,1", {}, "main.q: a -> d, main.r: a -> c"},
         Selection{"AMissingTokenIsChance", "0,0,1\n", {integerDraw(0, 0, 1)}, "main.q: a -> c, main.r: a -> b"},
-        Selection{"ANumberOutOfRangeIsChance", "0,0,3,-1\n", {integerDraw(0, 0, 2), integerDraw(1, 0, 1)},
+        Selection{"ANumberOutOfRangeIsChance",
+                  "0,0,3,-1\n",
+                  {integerDraw(0, 0, 2), integerDraw(1, 0, 1)},
                   "main.q: a -> b, main.r: a -> c"},
-        Selection{"ANumberBeyond32BitsIsChance", "0,0,4294967297,99999999999999999999\n",
-                  {integerDraw(0, 0, 2), integerDraw(1, 0, 1)}, "main.q: a -> b, main.r: a -> c"}),
+        Selection{"ANumberBeyond32BitsIsChance",
+                  "0,0,4294967297,99999999999999999999\n",
+                  {integerDraw(0, 0, 2), integerDraw(1, 0, 1)},
+                  "main.q: a -> b, main.r: a -> c"}),
     [](const auto& selection) { return std::string(selection.param.name); });
 
 TEST_F(InputStratTest, AlternativesAreListedWithHelp) {
@@ -407,14 +423,12 @@ TEST_F(InputStratTest, AlternativesAreListedWithHelp) {
 
 TEST_F(InputStratTest, AReactivationIsChosenInTheSameWay) {
     ModelWriter model;
-    model.implementation("Pump.i")
-        .mode("a")
-        .mode("b")
-        .mode("c")
-        .reactivation("a", "b")
-        .reactivation("a", "c");
-    model.implementation("Plant.i").mode("off").mode("on").transition("off", "on").subcomponent("pump", "Pump.i",
-                                                                                                inModes("on"));
+    model.implementation("Pump.i").mode("a").mode("b").mode("c").reactivation("a", "b").reactivation("a", "c");
+    model.implementation("Plant.i")
+        .mode("off")
+        .mode("on")
+        .transition("off", "on")
+        .subcomponent("pump", "Pump.i", inModes("on"));
     DrivenModel driven(model, InputStrat());
     driven.script({});
     EXPECT_EQ(stepWith(driven, "d 0\n").first, "0: main: off -> on");
@@ -423,7 +437,8 @@ TEST_F(InputStratTest, AReactivationIsChosenInTheSameWay) {
     const auto& ways = driven.eda("main.pump")->component()->reactivationTransitions();
     std::ostringstream expected;
     expected << "Choose non-deterministic transitions:\n main.pump\n  " << *ways[0]->transition() << "\n  "
-             << *ways[1]->transition() << "\n\n" << SELECTION_HELP;
+             << *ways[1]->transition() << "\n\n"
+             << SELECTION_HELP;
     EXPECT_EQ(output, expected.str());
 }
 

@@ -33,10 +33,16 @@ TEST(LocalStrat, TellsItsNameAndClonesItself) {
 
 TEST(LocalStrat, TheLeastProposalOfAllAutomataIsTheDelay) {
     ModelWriter model;
-    model.implementation("Slow.i").data(x).mode("busy", invariant(x <= 8.0)).mode("done").transition("busy", "done",
-                                                                                                      when(x >= 1.0));
-    model.implementation("Fast.i").data(x).mode("busy", invariant(x <= 4.0)).mode("done").transition("busy", "done",
-                                                                                                      when(x >= 3.0));
+    model.implementation("Slow.i")
+        .data(x)
+        .mode("busy", invariant(x <= 8.0))
+        .mode("done")
+        .transition("busy", "done", when(x >= 1.0));
+    model.implementation("Fast.i")
+        .data(x)
+        .mode("busy", invariant(x <= 4.0))
+        .mode("done")
+        .transition("busy", "done", when(x >= 3.0));
     model.implementation("Plant.i").subcomponent("a", "Slow.i").subcomponent("b", "Fast.i");
     DrivenModel driven(model, LocalStrat());
     driven.script({realDraw(ANY_UNBOUNDED_DRAW, 0.0, TimeInterval::INF_TIME), realDraw(5.0, 0.0, 8.0),
@@ -90,8 +96,11 @@ TEST(LocalStrat, NothingEnabledAtTheEndOfTheInvariantsIsADeadlock) {
 TEST(LocalStrat, OnlyStochasticTransitionsAfterTheDelayLeaveTheDelay) {
     ModelWriter model;
     model.type("Pump").errorPort("fail", 0.5);
-    model.implementation("Pump.i").data(x).mode("up", invariant(x <= 4.0)).mode("down").transition("up", "down",
-                                                                                                    on("fail"));
+    model.implementation("Pump.i")
+        .data(x)
+        .mode("up", invariant(x <= 4.0))
+        .mode("down")
+        .transition("up", "down", on("fail"));
     DrivenModel driven(model, LocalStrat());
     driven.script({exponentialDraw(3.0), realDraw(2.0)});
     EXPECT_EQ(driven.step(), "2");
@@ -101,8 +110,11 @@ TEST(LocalStrat, OnlyStochasticTransitionsAfterTheDelayLeaveTheDelay) {
 TEST(LocalStrat, OnlyStochasticTransitionsAtTheEndOfTheInvariantsAreAStepOfZero) {
     ModelWriter model;
     model.type("Pump").errorPort("fail", 0.5);
-    model.implementation("Pump.i").data(x).mode("up", invariant(x <= 0.0)).mode("down").transition("up", "down",
-                                                                                                    on("fail"));
+    model.implementation("Pump.i")
+        .data(x)
+        .mode("up", invariant(x <= 0.0))
+        .mode("down")
+        .transition("up", "down", on("fail"));
     DrivenModel driven(model, LocalStrat());
     driven.script({exponentialDraw(3.0)});
     EXPECT_EQ(driven.step(), "0");

@@ -27,8 +27,11 @@ ModelWriter job(double from, double bound) {
 
 ModelWriter quietJob(const Expr& guard, const Expr& bound) {
     ModelWriter model;
-    model.implementation("Job.i").data(x).mode("busy", invariant(bound)).mode("done").transition("busy", "done",
-                                                                                                  when(guard));
+    model.implementation("Job.i")
+        .data(x)
+        .mode("busy", invariant(bound))
+        .mode("done")
+        .transition("busy", "done", when(guard));
     return model;
 }
 
@@ -96,12 +99,14 @@ TEST(MaxTimeProgressStrat, OnlyStochasticTransitionsAfterTheDelayLetTheSampleFir
     // The invariant allows 3 first and everything from then on: a condition is not looked ahead for.
     ModelWriter model;
     model.type("Pump").errorPort("fail", 0.5);
-    model.implementation("Pump.i").data(x).mode("up").mode("down", ModeKind::Error).transition("up", "down",
-                                                                                                on("fail"));
+    model.implementation("Pump.i")
+        .data(x)
+        .mode("up")
+        .mode("down", ModeKind::Error)
+        .transition("up", "down", on("fail"));
     model.implementation("Plant.i")
         .data(x)
-        .mode("calm", invariant(x <= 3.0 || x >= 3.0, {clause({lin({{1.0, x}}, Op::LEq, 3.0)}),
-                                                       clause(x >= 3.0)}))
+        .mode("calm", invariant(x <= 3.0 || x >= 3.0, {clause({lin({{1.0, x}}, Op::LEq, 3.0)}), clause(x >= 3.0)}))
         .subcomponent("pump", "Pump.i");
     DrivenModel driven(model, MaxTimeProgressStrat());
     driven.script({exponentialDraw(4.0), integerDraw(0)});

@@ -19,8 +19,11 @@ const Var x = var("x", Type::Clock);
 /// One automaton that is done when the guard lets it.
 ModelWriter job(const Expr& guard, const Expr& bound) {
     ModelWriter model;
-    model.implementation("Job.i").data(x).mode("busy", invariant(bound)).mode("done").transition("busy", "done",
-                                                                                                  when(guard));
+    model.implementation("Job.i")
+        .data(x)
+        .mode("busy", invariant(bound))
+        .mode("done")
+        .transition("busy", "done", when(guard));
     return model;
 }
 
@@ -125,8 +128,11 @@ TEST(ProgressiveStrat, AGuardThatOutlastsTheInvariantIsNotExtended) {
 TEST(ProgressiveStrat, TheExtensionFollowsTheOwnInvariantAndTheCutThoseOfAll) {
     // The job's own invariant lasts until 6, the plant's until 2.
     ModelWriter model;
-    model.implementation("Job.i").data(x).mode("busy", invariant(x <= 6.0)).mode("done").transition("busy", "done",
-                                                                                                    when(x <= 1.0));
+    model.implementation("Job.i")
+        .data(x)
+        .mode("busy", invariant(x <= 6.0))
+        .mode("done")
+        .transition("busy", "done", when(x <= 1.0));
     model.implementation("Plant.i").data(x).mode("run", invariant(x <= 2.0)).subcomponent("job", "Job.i");
     DrivenModel driven(model, ProgressiveStrat());
     driven.script({realDraw(1.5, 0.0, 2.0), integerDraw(0)});
@@ -306,7 +312,7 @@ TEST(ProgressiveStrat, TheEleventhConservativeFailureIsADeadlock) {
     driven.script(draws);
     for (int i = 0; i < 10; ++i) {
         ASSERT_EQ(driven.step(), "0");
-        if (i == 4) driven.simulator().reset();    // the count goes on through all runs
+        if (i == 4) driven.simulator().reset();  // the count goes on through all runs
     }
     const CapturedLog log(LogLevel::Info);
     EXPECT_DEADLOCK(driven.step(), "No possible simulation step found: Conservative");
