@@ -26,18 +26,6 @@ function(vornrun_test_suite name)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
 endfunction()
 
-# vornrun_benchmark(<name> SOURCES <file>... [LIBRARIES <target>...])
-# One program of Google Benchmark; `./dev bench` runs all whose name ends in _bench.
-function(vornrun_benchmark name)
-  cmake_parse_arguments(PARSE_ARGV 1 BENCH "" "" "SOURCES;LIBRARIES")
-  if(NOT name MATCHES "_bench$")
-    message(FATAL_ERROR "The name of the benchmark ${name} must end in _bench")
-  endif()
-  add_executable(${name} ${BENCH_SOURCES})
-  target_link_libraries(${name} PRIVATE
-      vornrun ${BENCH_LIBRARIES} benchmark::benchmark benchmark::benchmark_main vornrun_warnings vornrun_sanitizers)
-endfunction()
-
 # vornrun_check_headers(<target> FROM <directory>... LIBRARIES <target>...)
 # An object library with one source per header of these directories, which includes that header first, twice and alone:
 # a header that leans on what its user happened to include, or that has no guard, breaks the build. Headers are found,

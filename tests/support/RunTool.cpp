@@ -13,7 +13,7 @@
 #include <optional>
 #include <system_error>
 
-#include "tests/support/TempFolder.h"
+#include "tests/support/TempDir.h"
 
 namespace vornrun::test {
 
@@ -141,7 +141,7 @@ int waitFor(pid_t process) {
 }  // namespace
 
 ToolResult runProgram(const std::filesystem::path& program, const ToolCall& call) {
-    std::optional<TempFolder> fresh;
+    std::optional<TempDir> fresh;
     if (call.directory.empty()) fresh.emplace();
 
     MemoryFile input(call.input);

@@ -2,8 +2,7 @@
 
 #include <stdexcept>
 
-#include "tests/support/TempDir.h"
-#include "vornrun/algorithms/parser/VornXmlParser.h"
+#include "tests/support/ParseModel.h"
 #include "vornrun/algorithms/vornconstructor/VornModelConstructor.h"
 
 namespace vornrun::test {
@@ -25,13 +24,6 @@ auto* findPart(const Parts& parts, const std::string& what, Predicate predicate)
 }
 
 }  // namespace
-
-std::unique_ptr<VornSpecification> parseModelText(const std::string& text) {
-    const TempDir folder;
-    parser::XmlContext context;
-    VornXmlParser parser(context);
-    return std::unique_ptr<VornSpecification>(parser.parseVorn(folder.write("model.xml", text)));
-}
 
 RunningModel::RunningModel(const ModelWriter& model) { build(model.text()); }
 

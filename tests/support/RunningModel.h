@@ -15,9 +15,6 @@
 
 namespace vornrun::test {
 
-/// Parses the text of a model file.
-std::unique_ptr<VornSpecification> parseModelText(const std::string& text);
-
 /// Things are found by their full names: "main" is the root, "main.pump" its subcomponent, "main.pump.x" a variable or
 /// port of that. A name that finds nothing throws std::logic_error, so that no test passes by missing its target.
 class RunningModel {

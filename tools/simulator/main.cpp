@@ -8,6 +8,8 @@
 #include "tools/simulator/Driver.h"
 #include "tools/simulator/FatalHandler.h"
 #include "tools/simulator/LogSetup.h"
+#include "vornrun/algorithms/simulators/PropertySimulator.h"
+#include "vornrun/datastructures/property/CSLFormula.h"
 #include "vornrun/datastructures/vorn/syntax/VornSpecification.h"
 
 int main(int argc, char** argv) {
@@ -25,10 +27,21 @@ int main(int argc, char** argv) {
     if (!parseCommandLine(argc, argv, settings)) return 1;
     applyLogLevel(settings.logLevel);
 
-    const std::unique_ptr<const vornrun::VornSpecification> specification(parseModel(settings.inputFile));
+    std::unique_ptr<const vornrun::VornSpecification> specification(parseModel(settings.inputFile));
     if (!specification) return 1;
-    getRoot(specification.get());
+    const vornrun::VornComponentImplementation* root = getRoot(specification.get());
+    std::unique_ptr<vornrun::PropertySimulator> propertySimulator(simulator(root, settings));
+    std::unique_ptr<vornrun::QuantitativeGenerator> generator = makeGenerator(settings);
 
+    // Read only now, so that a fault of the model is reported first.
+    Formulas formulas;
+    for (const vornrun::CSLFormula* formula : parseProperty(settings.propertyFile)) formulas.emplace_back(formula);
+    evaluateProperties(formulas, *propertySimulator, *generator);
+
+    generator.reset();
+    propertySimulator.reset();
+    formulas.clear();
+    specification.reset();
     log4cplus::Logger::shutdown();
     return 0;
 }

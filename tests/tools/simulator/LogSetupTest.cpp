@@ -11,7 +11,7 @@
 #include <sstream>
 #include <string>
 
-#include "tests/support/TempFolder.h"
+#include "tests/support/TempDir.h"
 #include "tools/simulator/CommandLine.h"
 #include "vornrun/Log.h"
 
@@ -19,7 +19,7 @@ namespace {
 
 using vornrun::Log;
 using vornrun::LogLevel;
-using vornrun::test::TempFolder;
+using vornrun::test::TempDir;
 
 /// Each test starts from a logging library that nobody has configured.
 class LogSetup : public testing::Test {
@@ -54,24 +54,24 @@ TEST_F(LogSetup, WithoutANameSelectsTheBasicConfiguration) {
 }
 
 TEST_F(LogSetup, WithAFileThatDoesNotExistSelectsTheBasicConfiguration) {
-    setupLogging(TempFolder().path() / "vornrun.properties");
+    setupLogging(TempDir().path() / "vornrun.properties");
     expectBasicConfiguration();
 }
 
 TEST_F(LogSetup, WithAFolderInPlaceOfTheFileSelectsTheBasicConfiguration) {
-    const TempFolder folder;
+    const TempDir folder;
     setupLogging(folder.path());
     expectBasicConfiguration();
 }
 
 TEST_F(LogSetup, AnEmptyFileIsAConfigurationWithoutAppenders) {
-    const TempFolder folder;
+    const TempDir folder;
     setupLogging(folder.write("vornrun.properties", ""));
     EXPECT_TRUE(log4cplus::Logger::getRoot().getAllAppenders().empty());
 }
 
 TEST_F(LogSetup, AppliesTheFileToTheLoggersOfTheTool) {
-    const TempFolder folder;
+    const TempDir folder;
     const std::string log = folder.path() / "out.log";
     setupLogging(
         folder.write("vornrun.properties", configurationTo(log, "WARN") + "log4cplus.logger.root.sim=TRACE\n"));
@@ -85,7 +85,7 @@ TEST_F(LogSetup, AppliesTheFileToTheLoggersOfTheTool) {
 
 TEST_F(LogSetup, ReachesLoggersThatWereMadeBefore) {
     const Log logger("root.main");
-    const TempFolder folder;
+    const TempDir folder;
     setupLogging(folder.write("vornrun.properties", configurationTo(folder.path() / "out.log", "FATAL")));
     EXPECT_FALSE(logger.isOn(LogLevel::Error));
     applyLogLevel(static_cast<int>(LogLevel::Debug));
@@ -94,14 +94,14 @@ TEST_F(LogSetup, ReachesLoggersThatWereMadeBefore) {
 }
 
 TEST_F(LogSetup, TheLevelMinusOneLeavesTheConfiguredOne) {
-    const TempFolder folder;
+    const TempDir folder;
     setupLogging(folder.write("vornrun.properties", configurationTo(folder.path() / "out.log", "ERROR")));
     applyLogLevel(-1);
     EXPECT_EQ(log4cplus::Logger::getRoot().getLogLevel(), log4cplus::ERROR_LOG_LEVEL);
 }
 
 int rootLevelAfter(const std::string& configured, std::vector<std::string> words) {
-    const TempFolder folder;
+    const TempDir folder;
     setupLogging(folder.write("vornrun.properties", configurationTo(folder.path() / "out.log", configured)));
     std::vector<char*> arguments;
     for (std::string& word : words) arguments.push_back(word.data());
@@ -121,23 +121,23 @@ TEST_F(LogSetup, TheAbsenceOfALevelOverridesTheFileTooWithInfo) {
 }
 
 TEST_F(LogSetup, FindsTheFileOfTheInitialDirectoryFirst) {
-    const TempFolder initial;
-    const TempFolder executable;
+    const TempDir initial;
+    const TempDir executable;
     const std::string first = initial.write("vornrun.properties", "");
     executable.write("vornrun.properties", "");
     EXPECT_EQ(findLogConfiguration(initial.path().string(), executable.path().string()), first);
 }
 
 TEST_F(LogSetup, FindsTheFileBesideTheExecutableNext) {
-    const TempFolder initial;
-    const TempFolder executable;
+    const TempDir initial;
+    const TempDir executable;
     const std::string second = executable.write("vornrun.properties", "");
     EXPECT_EQ(findLogConfiguration(initial.path().string(), executable.path().string()), second);
 }
 
 TEST_F(LogSetup, FindsNoFileWhereThereIsNone) {
-    const TempFolder initial;
-    const TempFolder executable;
+    const TempDir initial;
+    const TempDir executable;
     initial.write("other.properties", "");
     EXPECT_EQ(findLogConfiguration(initial.path().string(), executable.path().string()), "");
 }

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "tests/support/RunTool.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/TempDir.h"
 
 namespace vornrun::test {
 namespace {

@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(Values, AssignmentToInteger,
                                          Truncation{"TooSmall", -1e300, LOWEST},
                                          Truncation{"Infinite", std::numeric_limits<double>::infinity(), LOWEST},
                                          Truncation{"NotANumber", std::numeric_limits<double>::quiet_NaN(), LOWEST}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 TEST_F(RealisedAssignmentTest, AnIntegerWidensToAReal) {
     auto* target = variable<VornReal>("r", 0.0);

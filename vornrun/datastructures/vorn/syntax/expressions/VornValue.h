@@ -23,6 +23,9 @@ template <class T>
 class TypedVornValue final : public TypedVornExpressionTree<T>, public VornValue {
   public:
     explicit TypedVornValue(const typename T::AssociatedDataType& value) : mValue(value) {}
+    // Copied only: moving would assign the shared virtual root twice.
+    TypedVornValue(const TypedVornValue&) = default;
+    TypedVornValue& operator=(const TypedVornValue&) = default;
 
     const typename T::AssociatedDataType& value() const noexcept { return mValue; }
     /// Replaces the constant in place, for stores of values; the same as assigning a new TypedVornValue.

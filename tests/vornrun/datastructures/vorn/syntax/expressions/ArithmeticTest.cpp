@@ -6,6 +6,7 @@
 #include <csignal>
 #include <limits>
 
+#include "tests/support/CaseName.h"
 #include "tests/vornrun/datastructures/vorn/syntax/expressions/ExpressionTestSupport.h"
 
 namespace vornrun::test {
@@ -53,7 +54,7 @@ INSTANTIATE_TEST_SUITE_P(
                     IntegerCase{"RemainderIgnoresTheSignOfTheDivisor", 7, "mod", -2, 1},
                     IntegerCase{"RemainderOfTheLowest", LOWEST, "mod", 10, -8},
                     IntegerCase{"RemainderWithoutRest", 6, "mod", 3, 0}),
-    [](const auto& tested) { return std::string(tested.param.name); });
+    CaseName());
 
 struct TrapCase {
     const char* name;
@@ -91,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(Operators, IntegerDivisionDeathTest,
                                          TrapCase{"ModuloZero", 1, "mod", 0},
                                          TrapCase{"LowestDividedByMinus1", LOWEST, "/", -1},
                                          TrapCase{"LowestModuloMinus1", LOWEST, "mod", -1}),
-                         [](const auto& tested) { return std::string(tested.param.name); });
+                         CaseName());
 
 Tree oneByZeroIsOne() {
     return binary("=", binary("/", constant<VornInt>(1), constant<VornInt>(0)).release(), constant<VornInt>(1));
@@ -142,7 +143,7 @@ INSTANTIATE_TEST_SUITE_P(
                     DoubleCase{"ZeroByZeroIsNoNumber", 0, "/", 0.0, std::nan("")},
                     DoubleCase{"InfinityMinusItselfIsNoNumber", INFINITE, "-", INFINITE, std::nan("")},
                     DoubleCase{"OverflowIsInfinite", 1e308, "*", 10, INFINITE}),
-    [](const auto& tested) { return std::string(tested.param.name); });
+    CaseName());
 
 TEST(MixedArithmetic, ConvertsTheIntegerToDoubleFirst) {
     EXPECT_EQ(valueOf<VornReal>(binary("/", constant<VornInt>(1), constant<VornReal>(2))), 0.5);

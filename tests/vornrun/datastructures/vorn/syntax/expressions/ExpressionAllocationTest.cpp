@@ -2,30 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
-
+#include "tests/support/AllocationCounter.h"
 #include "tests/vornrun/datastructures/vorn/syntax/expressions/ExpressionTestSupport.h"
-
-namespace {
-
-thread_local long allocationCount = 0;
-
-void* countedAllocation(std::size_t size) {
-    ++allocationCount;
-    void* const memory = std::malloc(size == 0 ? 1 : size);
-    if (memory == nullptr) throw std::bad_alloc();
-    return memory;
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) { return countedAllocation(size); }
-void* operator new[](std::size_t size) { return countedAllocation(size); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace vornrun::test {
 namespace {
@@ -36,31 +14,31 @@ using Types = testing::Types<VornBool, VornReal, VornInt, VornContinuous, VornCl
 TYPED_TEST_SUITE(EvaluationOfEachFixedSizeType, Types);
 
 template <class T>
-long allocationsOfEvaluating(const TypedVornExpressionTree<T>& tree) {
-    const long before = allocationCount;
+std::size_t allocationsOfEvaluating(const TypedVornExpressionTree<T>& tree) {
+    const AllocationCounter allocations;
     static_cast<void>(tree.evaluateDirect());
-    return allocationCount - before;
+    return allocations.count();
 }
 
 TYPED_TEST(EvaluationOfEachFixedSizeType, AllocatesNothing) {
     using T = TypeParam;
     const auto value = [] { return constant<T>(T::DefaultValue); };
-    EXPECT_EQ(allocationsOfEvaluating(*std::make_unique<TypedVornValue<T>>(T::DefaultValue)), 0);
+    EXPECT_EQ(allocationsOfEvaluating(*std::make_unique<TypedVornValue<T>>(T::DefaultValue)), 0U);
     const Tree equality = binary("=", value(), value());
-    EXPECT_EQ(allocationsOfEvaluating(dynamic_cast<TypedVornExpressionTree<VornBool>&>(*equality)), 0);
+    EXPECT_EQ(allocationsOfEvaluating(dynamic_cast<TypedVornExpressionTree<VornBool>&>(*equality)), 0U);
     const TypedCaseOperator<T> cases({{constant<VornBool>(false), value()}}, value());
-    EXPECT_EQ(allocationsOfEvaluating(cases), 0);
+    EXPECT_EQ(allocationsOfEvaluating(cases), 0U);
     if constexpr (NumericTag<T>) {
         const Tree sum = binary("+", binary("*", value(), value()).release(), value());
-        EXPECT_EQ(allocationsOfEvaluating(dynamic_cast<TypedVornExpressionTree<T>&>(*sum)), 0);
+        EXPECT_EQ(allocationsOfEvaluating(dynamic_cast<TypedVornExpressionTree<T>&>(*sum)), 0U);
     }
 }
 
-TEST(AllocationCount, SeesTheBoxOfABoxedEvaluation) {
+TEST(BoxedEvaluation, AllocatesItsBoxAlone) {
     const TypedVornValue<VornInt> value(1);
-    const long before = allocationCount;
+    const AllocationCounter allocations;
     const std::unique_ptr<VornValue> box(value.evaluationResult());
-    EXPECT_EQ(allocationCount - before, 1);
+    EXPECT_EQ(allocations.count(), 1U);
 }
 
 }  // namespace
