@@ -21,7 +21,6 @@ class DrivenModel {
   public:
     /// \pre the model has exactly one root candidate
     DrivenModel(const ModelWriter& model, const SimulationStrategy& strategy);
-    ~DrivenModel();  // the class of the specification is incomplete here
 
     const VornComponentImplementation* root() const noexcept { return mRoot; }
     Simulator& simulator() noexcept { return mSimulator; }
