@@ -20,8 +20,6 @@ const VornComponentImplementation* rootOf(const VornSpecification& specification
 DrivenModel::DrivenModel(const ModelWriter& model, const SimulationStrategy& strategy)
     : mSpecification(parseModel(model)), mRoot(rootOf(*mSpecification)), mSimulator(mRoot, &strategy) {}
 
-DrivenModel::~DrivenModel() = default;
-
 const ScriptedRandomGenerator& DrivenModel::script(const std::vector<ScriptedDraw>& draws) {
     auto* generator = new ScriptedRandomGenerator(draws);
     strategy().setRandomGenerator(generator);

@@ -13,6 +13,7 @@
 #include "tests/support/ModelWriter.h"
 #include "tests/support/ScriptedRandomGenerator.h"
 #include "vornrun/algorithms/simulators/Simulator.h"
+#include "vornrun/datastructures/vorn/syntax/VornSpecification.h"
 
 namespace vornrun::test {
 
@@ -20,7 +21,6 @@ class DrivenModel {
   public:
     /// \pre the model has exactly one root candidate
     DrivenModel(const ModelWriter& model, const SimulationStrategy& strategy);
-    ~DrivenModel();  // the class of the specification is incomplete here
 
     const VornComponentImplementation* root() const noexcept { return mRoot; }
     Simulator& simulator() noexcept { return mSimulator; }

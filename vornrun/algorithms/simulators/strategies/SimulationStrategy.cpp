@@ -88,7 +88,7 @@ void SimulationStrategy::generateSamples() {
 
 // Nearly sorted already: a step moves few samples against the others. So each is moved into its place among those
 // before it, and only where that takes long, as with all samples fresh, a general sort goes on. The order is total, so
-// both end alike. A heap stays within the vector even when a rate of 0 makes a sample not-a-number.
+// both end alike.
 void SimulationStrategy::sortSamples() {
     std::size_t movesLeft = 64 + 8 * mEventSamples.size();
     const auto begin = mEventSamples.begin();
@@ -100,8 +100,7 @@ void SimulationStrategy::sortSamples() {
             *hole = *(hole - 1);
         *hole = sample;
         if (movesLeft == 0) {
-            std::make_heap(begin, mEventSamples.end(), firesBefore);
-            std::sort_heap(begin, mEventSamples.end(), firesBefore);
+            std::sort(begin, mEventSamples.end(), firesBefore);
             return;
         }
     }

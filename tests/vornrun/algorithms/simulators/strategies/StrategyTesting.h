@@ -11,12 +11,12 @@
 #include "tests/support/DrivenModel.h"
 
 /// The statement throws a deadlock_exception of that text.
-#define EXPECT_DEADLOCK(statement, text)                          \
-    EXPECT_THROW(                                                 \
-        try { statement; } catch (const deadlock_exception& e) {  \
-            EXPECT_STREQ(e.what(), text);                         \
-            throw;                                                \
-        },                                                        \
+#define EXPECT_DEADLOCK(statement, text)                         \
+    EXPECT_THROW(                                                \
+        try { statement; } catch (const deadlock_exception& e) { \
+            EXPECT_STREQ(e.what(), text);                        \
+            throw;                                               \
+        },                                                       \
         deadlock_exception)
 
 namespace vornrun::test {

@@ -1,0 +1,411 @@
+#include "vornrun/algorithms/simulators/Simulator.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <stdexcept>
+
+#include "tests/support/CapturedLog.h"
+#include "tests/support/DrivenModel.h"
+#include "tests/support/PropertyWriter.h"
+#include "tests/support/RedirectedConsole.h"
+#include "tests/support/TempDir.h"
+#include "tests/vornrun/algorithms/simulators/VerdictFormula.h"
+#include "vornrun/algorithms/parser/VornXmlParser.h"
+#include "vornrun/algorithms/simulators/strategies/AsapStrat.h"
+#include "vornrun/algorithms/simulators/strategies/EventsFirstStrat.h"
+#include "vornrun/datastructures/property/CSLConstantStateFormula.h"
+#include "vornrun/datastructures/property/CSLNextPathFormula.h"
+#include "vornrun/datastructures/property/CSLProbabilityStateFormula.h"
+#include "vornrun/datastructures/property/CSLUntilPathFormula.h"
+#include "vornrun/datastructures/vorn/realisation/ModelException.h"
+
+namespace vornrun::test {
+
+namespace {
+
+const Var x = var("x", Type::Clock);
+
+/// Ticks once per unit of time, for ever.
+ModelWriter ticker() {
+    ModelWriter model;
+    model.implementation("Ticker.i")
+        .data(x)
+        .mode("run", invariant(x <= 1.0))
+        .transition("run", "run", when(x >= 1.0), set(x, 0.0));
+    return model;
+}
+
+/// Nothing can ever happen.
+ModelWriter stuck() {
+    ModelWriter model;
+    model.implementation("Stuck.i").data(x).mode("run", invariant(x <= 1.0));
+    return model;
+}
+
+constexpr PropertyResult T = PropertyTrue;
+constexpr PropertyResult F = PropertyFalse;
+constexpr PropertyResult U = PropertyUnknown;
+
+template <class Thing>
+std::string printed(const Thing& thing) {
+    std::ostringstream text;
+    text << thing;
+    return text.str();
+}
+
+struct RunCase {
+    const char* name;
+    unsigned int stepBound;
+    bool ignoreBoundError;
+    std::vector<PropertyResult> verdicts;  // of the evaluations in turn; the last one stays
+    std::string output;
+    std::string outcome;  // "true", "false" or the text of the abort_exception
+    std::vector<bool> shallowness;
+    std::size_t steps;  // taken by the strategy
+};
+
+class SimulatorRun : public testing::TestWithParam<RunCase> {};
+
+const std::string BOUND = "The step bound has been exceeded";
+
+std::string outcomeOf(Simulator& simulator, const CSLFormula& formula) {
+    try {
+        return simulator.performRun(&formula) ? "true" : "false";
+    } catch (const abort_exception& abort) {
+        return abort.what();
+    }
+}
+
+}  // namespace
+
+TEST_P(SimulatorRun, EndsAsItsVerdictsAndItsBoundSay) {
+    const RunCase& run = GetParam();
+    DrivenModel driven(ticker(), AsapStrat());
+    driven.simulator().stepBound = run.stepBound;
+    driven.simulator().ignoreBoundError = run.ignoreBoundError;
+    const VerdictFormula formula(run.verdicts);
+    const CapturedLog log(LogLevel::Fatal);
+    const RedirectedConsole console;
+    EXPECT_EQ(outcomeOf(driven.simulator(), formula), run.outcome);
+    EXPECT_EQ(console.output(), run.output);
+    EXPECT_EQ(console.flushes(), 0);
+    EXPECT_EQ(formula.shallowness, run.shallowness);
+    EXPECT_EQ(driven.simulator().trace().steps().size(), run.steps);
+    EXPECT_EQ(driven.simulator().currentTime(), static_cast<double>(run.steps));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Bounds, SimulatorRun,
+    testing::Values(
+        RunCase{"TrueAtOnce", 2, false, {T}, ".", "true", {true}, 0},
+        RunCase{"FalseAtOnce", 2, false, {F}, ".", "false", {true}, 0},
+        RunCase{"TheDeepPassDecides", 2, false, {U, T}, ".", "true", {true, false}, 0},
+        RunCase{"TheSecondStateDecides", 3, false, {U, U, F}, ".", "false", {true, false, true}, 1},
+        RunCase{"BoundOneDecided", 1, false, {T}, "b", BOUND, {true}, 0},
+        RunCase{"BoundOneDecidedIgnored", 1, true, {T}, "b.", "true", {true}, 0},
+        RunCase{"BoundOneFalseIgnored", 1, true, {F}, "b.", "false", {true}, 0},
+        RunCase{"BoundOneUndecided", 1, false, {U}, "b", BOUND, {true, false}, 0},
+        RunCase{"BoundOneUndecidedIgnored", 1, true, {U}, "b", "false", {true, false}, 0},
+        RunCase{"BoundZero", 0, false, {T}, "b", BOUND, {}, 0},
+        RunCase{"BoundZeroIgnored", 0, true, {T}, "b", "false", {}, 0},
+        RunCase{"LastPermittedEvaluation", 3, false, {U, U, U, U, T}, "b", BOUND, {true, false, true, false, true}, 2},
+        RunCase{"LastPermittedEvaluationIgnored",
+                3,
+                true,
+                {U, U, U, U, T},
+                "b.",
+                "true",
+                {true, false, true, false, true},
+                2},
+        RunCase{"NeverDecided", 3, false, {U}, "b", BOUND, {true, false, true, false, true, false}, 2},
+        RunCase{"NeverDecidedIgnored", 3, true, {U}, "b", "false", {true, false, true, false, true, false}, 2}),
+    [](const auto& run) { return std::string(run.param.name); });
+
+// ---- Deadlocks
+
+TEST(Simulator, ADeadlockedRunIsFalseAndPrintsItsCharacter) {
+    DrivenModel driven(stuck(), AsapStrat());
+    const VerdictFormula undecided({U});
+    const CapturedLog log(LogLevel::Debug);
+    const RedirectedConsole console;
+    for (int run = 0; run < 3; ++run) EXPECT_FALSE(driven.simulator().performRun(&undecided));
+    EXPECT_EQ(console.output(), "ddd");
+    const auto texts = log.texts("root.sim");
+    EXPECT_EQ(texts.back(), "Simulator deadlocked: No possible simulation step found: Actionlock");
+    EXPECT_TRUE(log.textsFrom(LogLevel::Info).empty());
+}
+
+TEST(Simulator, ADisallowedDeadlockIsReportedAndEndsTheProperty) {
+    DrivenModel driven(stuck(), AsapStrat());
+    driven.simulator().allowDeadlock = false;
+    const VerdictFormula undecided({U});
+    const CapturedLog log(LogLevel::Info);
+    const RedirectedConsole console;
+    EXPECT_EQ(outcomeOf(driven.simulator(), undecided), "A deadlock occurred");
+    EXPECT_EQ(console.output(), "d");
+    const std::string heading = "Simulator deadlocked: No possible simulation step found: Actionlock";
+    EXPECT_EQ(log.records(),
+              (std::vector<LogRecord>{{LogLevel::Error, "root.sim", heading},
+                                      {LogLevel::Warn, "root.sim", "Simulator trace: "},
+                                      {LogLevel::Warn, "root.sim", "Current state:\n" + printed(driven.network())},
+                                      {LogLevel::Warn, "root.sim", "Current enabled transitions are:"}}));
+}
+
+TEST(Simulator, ADeadlockOutOfTheFormulaPassesThrough) {
+    DrivenModel driven(ticker(), AsapStrat());
+    VerdictFormula formula({U});
+    formula.onEvaluate = [](Simulator*, bool) { throw deadlock_exception("not of a step"); };
+    const RedirectedConsole console;
+    EXPECT_THROW(driven.simulator().performRun(&formula), deadlock_exception);
+    EXPECT_EQ(console.output(), "");
+}
+
+TEST(Simulator, OtherExceptionsPassThroughUnchanged) {
+    DrivenModel driven(ticker(), AsapStrat());
+    VerdictFormula formula({U});
+    formula.onEvaluate = [](Simulator*, bool) { throw std::out_of_range("map::at"); };
+    EXPECT_THROW(driven.simulator().performRun(&formula), std::out_of_range);
+}
+
+TEST(Simulator, TheStepBoundEndsARunThatNoLongerMoves) {
+    DrivenModel driven(stuck(), EventsFirstStrat());
+    driven.simulator().stepBound = 50;
+    driven.simulator().ignoreBoundError = true;
+    const VerdictFormula undecided({U});
+    const RedirectedConsole console;
+    EXPECT_FALSE(driven.simulator().performRun(&undecided));
+    EXPECT_EQ(console.output(), "b");
+    EXPECT_EQ(driven.simulator().trace().steps().size(), 49U);
+    EXPECT_EQ(driven.simulator().currentTime(), 1.0);
+}
+
+// ---- Logging
+
+TEST(Simulator, ConstructionTellsItsStages) {
+    const CapturedLog log(LogLevel::Info);
+    DrivenModel driven(ticker(), AsapStrat());
+    EXPECT_EQ(log.texts("root.sim"),
+              (std::vector<std::string>{
+                  "Will now construct model realization...", "Will now construct EDA network from realized model...",
+                  "Construction of EDA network complete.", "Initialized simulator with strategy AsapStrat"}));
+}
+
+TEST(Simulator, ConstructionAtTraceShowsTheRealisation) {
+    const CapturedLog log(LogLevel::Trace);
+    DrivenModel driven(ticker(), AsapStrat());
+    const auto texts = log.texts("root.sim");
+    ASSERT_GE(texts.size(), 2U);
+    EXPECT_EQ(texts[1], printed(static_cast<const Realisation&>(*driven.eda("main")->component())));
+}
+
+TEST(Simulator, ARunAtDebugTellsItsSteps) {
+    DrivenModel driven(ticker(), AsapStrat());
+    const VerdictFormula formula({U, U, T});
+    const RedirectedConsole console;
+    const CapturedLog log(LogLevel::Debug);
+    driven.simulator().performRun(&formula);
+    const auto& declaration = *driven.eda("main")->component()->transitions().front()->transition();
+    EXPECT_EQ(log.texts("root.sim"),
+              (std::vector<std::string>{"Simulator starting new run", "Simulator step 0", "Simulator step 1",
+                                        "Simulator step executed Delay: 1\nmain : " + printed(declaration)}));
+}
+
+TEST(Simulator, ARunAtTraceShowsStateAndTriggersBeforeEachStep) {
+    DrivenModel driven(ticker(), AsapStrat());
+    const std::string state = printed(driven.network());
+    const std::string triggers = driven.network().reportAllCurrentTransitions();
+    const VerdictFormula formula({T});
+    const RedirectedConsole console;
+    const CapturedLog log(LogLevel::Trace);
+    driven.simulator().performRun(&formula);
+    EXPECT_EQ(
+        log.texts("root.sim"),
+        (std::vector<std::string>{"Simulator starting new run", "Simulator step 0", "Current global state: " + state,
+                                  "Currently active transitions and invariants: \n" + triggers}));
+    EXPECT_NE(triggers.find("main (tau)"), std::string::npos) << triggers;
+}
+
+TEST(Simulator, AStepBoundIsReportedWithTraceStateAndTransitions) {
+    ModelWriter model;
+    model.type("Job").errorPort("fail", 0.5);
+    model.implementation("Job.i")
+        .data(x)
+        .mode("run", invariant(x <= 9.0))
+        .mode("rest")
+        .transition("run", "run", when(x >= 1.0), set(x, 0.0))
+        .transition("run", "rest", on("fail"));
+    DrivenModel driven(model, AsapStrat());
+    driven.script({exponentialDraw(5.0), integerDraw(0), integerDraw(0)});
+    driven.simulator().stepBound = 2;
+    const VerdictFormula undecided({U});
+    const RedirectedConsole console;
+    const CapturedLog log(LogLevel::Info);
+    EXPECT_EQ(outcomeOf(driven.simulator(), undecided), BOUND);
+    const auto& transitions = driven.eda("main")->component()->transitions();
+    const std::string tick = "main : " + printed(*transitions[0]->transition());
+    const std::string fail = "main : " + printed(*transitions[1]->transition());
+    EXPECT_EQ(log.records(),
+              (std::vector<LogRecord>{{LogLevel::Error, "root.sim", "Simulator exceeded step bound"},
+                                      {LogLevel::Warn, "root.sim", "Simulator trace: Delay: 1\n" + tick},
+                                      {LogLevel::Warn, "root.sim", "Current state:\n" + printed(driven.network())},
+                                      {LogLevel::Warn, "root.sim", "Current enabled transitions are:"},
+                                      {LogLevel::Warn, "root.sim", "0: " + tick},
+                                      // The reset clock counts as standing still, so the invariant sets no end.
+                                      {LogLevel::Warn, "root.sim", "    active in: [1, INFTY]"},
+                                      {LogLevel::Warn, "root.sim", "1: " + fail},
+                                      {LogLevel::Warn, "root.sim", "    probabilistic: [0, INFTY]"}}));
+}
+
+TEST(Simulator, AnIgnoredStepBoundIsADebugRecord) {
+    DrivenModel driven(ticker(), AsapStrat());
+    driven.simulator().stepBound = 0;
+    driven.simulator().ignoreBoundError = true;
+    const VerdictFormula formula({T});
+    const RedirectedConsole console;
+    const CapturedLog log(LogLevel::Debug);
+    driven.simulator().performRun(&formula);
+    EXPECT_EQ(log.texts("root.sim"),
+              (std::vector<std::string>{"Simulator starting new run", "Simulator exceeded step bound"}));
+    EXPECT_TRUE(log.textsFrom(LogLevel::Info).empty());
+}
+
+// ---- Runs one after another
+
+TEST(Simulator, EachRunStartsFromTheInitialState) {
+    DrivenModel driven(ticker(), AsapStrat());
+    const VerdictFormula formula({U, U, U, U, U, U, T});
+    const RedirectedConsole console;
+    EXPECT_TRUE(driven.simulator().performRun(&formula));
+    EXPECT_EQ(driven.simulator().currentTime(), 3.0);
+    EXPECT_TRUE(driven.simulator().performRun(&formula));
+    EXPECT_EQ(driven.simulator().currentTime(), 0.0) << "true at once, and the former trace is gone";
+    EXPECT_EQ(driven.data(), "x = 0");
+}
+
+TEST(Simulator, ResetTakesNetworkStrategyAndTraceBack) {
+    DrivenModel driven(ticker(), AsapStrat());
+    driven.network().takeTimedTransition(0.5);
+    driven.simulator().reset();
+    EXPECT_EQ(driven.data(), "x = 0");
+    EXPECT_EQ(driven.simulator().currentTime(), 0.0);
+}
+
+TEST(Simulator, PushAndPopSaveTheNetworkAlone) {
+    DrivenModel driven(ticker(), AsapStrat());
+    const CapturedLog log(LogLevel::Info);
+    driven.simulator().pushState();
+    driven.network().takeTimedTransition(0.5);
+    driven.simulator().popState();
+    EXPECT_EQ(driven.data(), "x = 0");
+    EXPECT_EQ(log.records(), (std::vector<LogRecord>{{LogLevel::Info, "root.sim", "Pushing simulator state"},
+                                                     {LogLevel::Info, "root.sim", "Popping simulator state"}}));
+}
+
+// ---- Nested estimates
+
+TEST(Simulator, ANestedEstimateIsTheShareOfTenThousandRuns) {
+    DrivenModel driven(ticker(), AsapStrat());
+    std::vector<PropertyResult> verdicts(2500, T);
+    verdicts.push_back(F);
+    const VerdictFormula formula(verdicts);
+    const RedirectedConsole console;
+    const CapturedLog log(LogLevel::Info);
+    EXPECT_EQ(driven.simulator().evaluate(&formula), 0.25);
+    EXPECT_EQ(console.output(), std::string(10000, '.'));
+    EXPECT_EQ(
+        log.records(),
+        (std::vector<LogRecord>{{LogLevel::Error, "root.sim", "Statistical uncertainty ignored for nested formula"}}));
+}
+
+TEST(Simulator, ANestedFormulaIsEstimatedInEveryStateAndLeavesItsOwnTimeBehind) {
+    DrivenModel driven(ticker(), AsapStrat());
+    driven.simulator().stepBound = 3;
+    driven.simulator().ignoreBoundError = true;
+    // Each nested run is false after its first step, at time 1.
+    auto* nested = new CSLProbabilityStateFormula(new CSLNextPathFormula(new CSLFalse, 0.0, 0.5), 0.5,
+                                                  CSLProbabilityStateFormula::Operator::greater);
+    const CSLUntilPathFormula formula(new CSLTrue, nested, 0.0, 2.5);
+    const RedirectedConsole console;
+    const CapturedLog log(LogLevel::Info);
+    EXPECT_FALSE(driven.simulator().performRun(&formula));
+    // The outer run sees the times 0, 1 + 1 and 1 + 1: never its own time, which the nested runs' has replaced.
+    EXPECT_EQ(console.output(), std::string(30000, '.') + "b");
+    std::vector<std::string> expected;
+    for (int state = 0; state < 3; ++state) {
+        expected.emplace_back("Pushing simulator state");
+        expected.emplace_back("Statistical uncertainty ignored for nested formula");
+        expected.emplace_back("Popping simulator state");
+    }
+    EXPECT_EQ(log.texts("root.sim"), expected);
+    EXPECT_EQ(driven.simulator().currentTime(), 1.0) << "of the last nested run";
+    EXPECT_EQ(driven.simulator().trace().steps().size(), 1U);
+}
+
+// ---- Properties
+
+namespace {
+
+/// The first formula of the property file, bound to the simulator.
+void setProperty(Simulator& simulator, const PathFormula& path) {
+    PropertyWriter properties;
+    properties.p(path);
+    const TempDir folder;
+    parser::XmlContext context;
+    VornXmlParser parser(context);
+    const auto formulas = parser.parseProperties(folder.write("properties.xml", properties.text()));
+    ASSERT_EQ(formulas.size(), 1U);
+    const std::unique_ptr<CSLFormula> formula(formulas.front());
+    const auto* probability = dynamic_cast<const CSLProbabilityStateFormula*>(formula.get());
+    ASSERT_NE(probability, nullptr);
+    simulator.setProperty(probability->path());
+}
+
+ModelWriter counter() {
+    const Var n = var("n", Type::Int);
+    ModelWriter model;
+    model.implementation("Counter.i")
+        .data(x)
+        .data(n, 0)
+        .mode("run", invariant(x <= 1.0))
+        .transition("run", "run", when(x >= 1.0), set(x, 0.0), set(n, n + 1));
+    return model;
+}
+
+}  // namespace
+
+TEST(Simulator, HasNoPropertyBeforeItIsSet) {
+    DrivenModel driven(ticker(), AsapStrat());
+    EXPECT_EQ(driven.simulator().property(), nullptr);
+}
+
+TEST(Simulator, APropertyIsBoundToTheValuesOfTheSimulator) {
+    DrivenModel driven(counter(), AsapStrat());
+    setProperty(driven.simulator(), eventually(var("n", Type::Int) == 4, 0, 10));
+    const RedirectedConsole console;
+    EXPECT_TRUE(driven.simulator().performRun(driven.simulator().property()));
+    EXPECT_EQ(driven.simulator().currentTime(), 4.0);
+    EXPECT_EQ(driven.simulator().trace().steps().size(), 4U);
+    EXPECT_EQ(console.output(), ".");
+}
+
+TEST(Simulator, ALaterPropertyReplacesTheFormerOne) {
+    DrivenModel driven(counter(), AsapStrat());
+    setProperty(driven.simulator(), eventually(var("n", Type::Int) == 4, 0, 10));
+    setProperty(driven.simulator(), eventually(var("n", Type::Int) == 4, 0, 3));
+    const RedirectedConsole console;
+    EXPECT_FALSE(driven.simulator().performRun(driven.simulator().property()));
+    EXPECT_EQ(driven.simulator().currentTime(), 4.0) << "the first state behind the interval";
+}
+
+TEST(Simulator, APropertyOverAVariableOfAnotherTypeThanTheModelsIsRefused) {
+    DrivenModel driven(counter(), AsapStrat());
+    try {
+        setProperty(driven.simulator(), eventually(var("n", Type::Real) >= 4.0, 0, 10));
+        FAIL() << "no exception";
+    } catch (const model_exception& refusal) {
+        EXPECT_NE(std::string(refusal.what()).find("n"), std::string::npos);
+    }
+}
+
+}  // namespace vornrun::test

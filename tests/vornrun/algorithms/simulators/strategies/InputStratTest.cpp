@@ -1,0 +1,475 @@
+#include "vornrun/algorithms/simulators/strategies/InputStrat.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "tests/support/DrivenModel.h"
+#include "tests/support/RedirectedConsole.h"
+#include "tests/support/TempDir.h"
+#include "tests/vornrun/algorithms/simulators/VerdictFormula.h"
+#include "tests/vornrun/algorithms/simulators/strategies/StrategyTesting.h"
+
+namespace vornrun::test {
+
+namespace {
+
+const Var x = var("x", Type::Clock);
+
+const std::string PROMPT =
+    "Enter command (s = print state, d # = discrete transition, t #.# = timed transition, q = quit)\n";
+const std::string SELECTION_HELP =
+    "Select transitions to take ( r,#,#,r,a )\n"
+    "a/A: Select for all following EDAs automatically\n"
+    "r/R: Select for given EDA randomly\n"
+    "  #: Select for given EDA manually\n";
+
+/// What can happen now, later, by itself and never.
+ModelWriter job(const Expr& bound) {
+    ModelWriter model;
+    model.type("Job").errorPort("fail", 0.5);
+    model.implementation("Job.i")
+        .data(x)
+        .mode("idle", invariant(bound))
+        .mode("busy")
+        .mode("done")
+        .mode("dead", ModeKind::Error)
+        .transition("idle", "busy")
+        .transition("idle", "done", when(x >= 2.0))
+        .transition("idle", "dead", on("fail"))
+        .transition("idle", "idle", when(x <= -1.0));
+    return model;
+}
+
+/// Nothing is enabled before 2.
+ModelWriter lateJob(const Expr& bound) {
+    ModelWriter model;
+    model.implementation("Job.i")
+        .data(x)
+        .mode("idle", invariant(bound))
+        .mode("done")
+        .transition("idle", "done", when(x >= 2.0));
+    return model;
+}
+
+/// A plant whose event is heard by ears with one, three and two ways to react.
+ModelWriter orchestra() {
+    ModelWriter model;
+    model.type("Ear").inEvent("go");
+    model.implementation("Ear.one").mode("a").mode("b").transition("a", "b", on("go"));
+    model.implementation("Ear.two")
+        .mode("a")
+        .mode("b")
+        .mode("c")
+        .transition("a", "b", on("go"))
+        .transition("a", "c", on("go"));
+    model.implementation("Ear.three")
+        .mode("a")
+        .mode("b")
+        .mode("c")
+        .mode("d")
+        .transition("a", "b", on("go"))
+        .transition("a", "c", on("go"))
+        .transition("a", "d", on("go"));
+    model.type("Plant").outEvent("go");
+    model.implementation("Plant.i")
+        .mode("idle")
+        .mode("busy")
+        .transition("idle", "busy", on("go"))
+        .subcomponent("p", "Ear.one")
+        .subcomponent("q", "Ear.three")
+        .subcomponent("r", "Ear.two")
+        .connectEvent("go", "p.go")
+        .connectEvent("go", "q.go")
+        .connectEvent("go", "r.go");
+    return model;
+}
+
+/// Each test runs in a folder of its own, where the dumps of the topologies go.
+class InputStratTest : public testing::Test {
+  protected:
+    void SetUp() override { std::filesystem::current_path(mFolder.path()); }
+    void TearDown() override { std::filesystem::current_path(mFormerFolder); }
+
+    static std::string declaration(DrivenModel& driven, std::size_t index, const std::string& eda = "main") {
+        std::ostringstream text;
+        text << *driven.eda(eda)->component()->transitions()[index]->transition();
+        return text.str();
+    }
+    /// One step under that input: how it went and all that was printed.
+    static std::pair<std::string, std::string> stepWith(DrivenModel& driven, const std::string& input) {
+        const RedirectedConsole console(input);
+        std::string told;
+        try {
+            told = driven.step();
+        } catch (const std::logic_error& error) {
+            told = error.what();
+        }
+        return {told, console.output()};
+    }
+    /// The listing at the start of a step of job() at time 0.
+    static std::string listing(DrivenModel& driven) {
+        return "Current enabled transitions are:\n0: main : " + declaration(driven, 0) +
+               "\n    active in: [0, INFTY]\n1: main : " + declaration(driven, 2) +
+               "\n    probabilistic: [0, INFTY]\nFuture transitions are:\nmain : " + declaration(driven, 1) +
+               "\n    active in: [2, INFTY]\nmain : " + declaration(driven, 3) + "\n    active in: [-]\n";
+    }
+    /// The listing of lateJob() at time 0.
+    static std::string lateListing(DrivenModel& driven) {
+        return "Current enabled transitions are:\nFuture transitions are:\nmain : " + declaration(driven, 0) +
+               "\n    active in: [2, INFTY]\n";
+    }
+    static std::string prompt(const std::string& allowed) { return "Time in:  " + allowed + "\n" + PROMPT; }
+    static std::string indexPrompt(const std::string& allowed) { return "Index in: [0, 1]\n" + prompt(allowed); }
+
+  private:
+    TempDir mFolder;
+    std::filesystem::path mFormerFolder = std::filesystem::current_path();
+};
+
+}  // namespace
+
+TEST_F(InputStratTest, TellsItsNameAndClonesItself) {
+    const std::unique_ptr<SimulationStrategy> copy(InputStrat().clone());
+    EXPECT_EQ(copy->name(), "InputStrat");
+}
+
+// ---- Discrete steps
+
+TEST_F(InputStratTest, TheDialogueOfADiscreteStepListsNowAndLaterAndPrompts) {
+    DrivenModel driven(job(x <= 3.0), InputStrat());
+    driven.script({exponentialDraw(0.0)});
+    const auto [step, output] = stepWith(driven, "d 0\n");
+    EXPECT_EQ(step, "0: main: idle -> busy");
+    EXPECT_EQ(output, listing(driven) + indexPrompt("[0, 3]") + "\n");
+}
+
+TEST_F(InputStratTest, AStochasticTransitionIsTakenLikeAnyOther) {
+    DrivenModel driven(job(x <= 3.0), InputStrat());
+    driven.script({exponentialDraw(9.0)});
+    EXPECT_EQ(stepWith(driven, "d 1\n").first, "0: main: idle -> dead");
+}
+
+TEST_F(InputStratTest, ABadIndexTakesTheFirstTransition) {
+    for (const std::string command : {"d 2", "d 99", "d", "d x", "d -1", "d 4294967296", "d 4294967295", "d .5"}) {
+        DrivenModel driven(job(x <= 3.0), InputStrat());
+        driven.script({exponentialDraw(9.0)});
+        const auto [step, output] = stepWith(driven, command + "\n");
+        EXPECT_EQ(step, "0: main: idle -> busy") << command;
+        EXPECT_EQ(output, listing(driven) + indexPrompt("[0, 3]") + "Bad index, assuming 0\n\n") << command;
+    }
+}
+
+TEST_F(InputStratTest, ANumberIsReadAsFarAsItGoes) {
+    DrivenModel driven(job(x <= 3.0), InputStrat());
+    driven.script({exponentialDraw(9.0)});
+    EXPECT_EQ(stepWith(driven, "  d \t 1st please\n").first, "0: main: idle -> dead");
+}
+
+// ---- Timed steps
+
+TEST_F(InputStratTest, ATimedStepLetsTheDelayPass) {
+    DrivenModel driven(lateJob(x <= 3.0), InputStrat());
+    driven.script({});
+    const auto [step, output] = stepWith(driven, "t 1.25\n");
+    EXPECT_EQ(step, "1.25");
+    EXPECT_EQ(driven.data(), "x = 1.25");
+    EXPECT_EQ(output, lateListing(driven) + prompt("[0, 3]") + "Taking timed transition, delay is 1.25\n");
+}
+
+TEST_F(InputStratTest, WithNothingEnabledACommandForATransitionPromptsAgain) {
+    DrivenModel driven(lateJob(x <= 3.0), InputStrat());
+    driven.script({});
+    const auto [step, output] = stepWith(driven, "d 0\nt 1\n");
+    EXPECT_EQ(step, "1");
+    EXPECT_EQ(output,
+              lateListing(driven) + prompt("[0, 3]") + prompt("[0, 3]") + "Taking timed transition, delay is 1\n");
+}
+
+TEST_F(InputStratTest, ABadTimeIsADelayOfZero) {
+    for (const std::string command : {"t -1", "t", "t soon", "t nan", "t 1e999", "t -0.001"}) {
+        DrivenModel driven(lateJob(x <= 3.0), InputStrat());
+        driven.script({});
+        const auto [step, output] = stepWith(driven, command + "\n");
+        EXPECT_EQ(step, "0") << command;
+        EXPECT_EQ(output, lateListing(driven) + prompt("[0, 3]") +
+                              "Bad time, assuming 0.0\nTaking timed transition, delay is 0\n")
+            << command;
+        EXPECT_EQ(driven.data(), "x = 0");
+    }
+}
+
+TEST_F(InputStratTest, ABadTimeBeforeTheInvariantsHoldIsRaisedToTheirStart) {
+    DrivenModel driven(lateJob(x >= 1.5), InputStrat());
+    driven.script({});
+    const auto [step, output] = stepWith(driven, "t -1\n");
+    EXPECT_EQ(step, "1.5");
+    EXPECT_EQ(output, lateListing(driven) + prompt("[1.5, INFTY]") +
+                          "Bad time, assuming 0.0\nTaking timed transition, delay is 0\n"
+                          "Whoops, sample too low. Capping at 1.5\n");
+    EXPECT_EQ(driven.data(), "x = 1.5");
+}
+
+TEST_F(InputStratTest, ADelayBehindTheInvariantsIsCapped) {
+    DrivenModel driven(lateJob(x <= 3.0), InputStrat());
+    driven.script({});
+    const auto [step, output] = stepWith(driven, "t 5\n");
+    EXPECT_EQ(step, "3");
+    EXPECT_EQ(output, lateListing(driven) + prompt("[0, 3]") +
+                          "Taking timed transition, delay is 5\nWhoops, sample exceed invariant. Capping at 3\n");
+    EXPECT_EQ(driven.data(), "x = 3");
+}
+
+TEST_F(InputStratTest, InvariantsWithoutARangeCapAnyDelayAtZero) {
+    DrivenModel driven(lateJob(x <= -1.0), InputStrat());
+    driven.script({});
+    const auto [step, output] = stepWith(driven, "t 5\n");
+    EXPECT_EQ(step, "0");
+    EXPECT_EQ(output, lateListing(driven) + prompt("[-]") +
+                          "Taking timed transition, delay is 5\nWhoops, sample exceed invariant. Capping at 0\n");
+    EXPECT_EQ(driven.data(), "x = 0");
+}
+
+TEST_F(InputStratTest, InvariantsWithoutARangeRaiseADelayOfZeroToOne) {
+    DrivenModel driven(lateJob(x <= -1.0), InputStrat());
+    driven.script({});
+    const auto [step, output] = stepWith(driven, "t 0\n");
+    EXPECT_EQ(step, "1");
+    EXPECT_EQ(output, lateListing(driven) + prompt("[-]") +
+                          "Taking timed transition, delay is 0\nWhoops, sample too low. Capping at 1\n");
+    EXPECT_EQ(driven.data(), "x = 1");
+}
+
+// ---- Other commands
+
+TEST_F(InputStratTest, UnknownCommandsAndBlankLinesPromptAgainWithoutAWord) {
+    DrivenModel driven(job(x <= 3.0), InputStrat());
+    driven.script({exponentialDraw(9.0)});
+    const auto [step, output] = stepWith(driven, "\n   \nD 0\nd0\nQ\nquit\nhelp\nd 0\n");
+    EXPECT_EQ(step, "0: main: idle -> busy");
+    std::string expected = listing(driven);
+    for (int i = 0; i < 8; ++i) expected += indexPrompt("[0, 3]");
+    EXPECT_EQ(output, expected + "\n");
+}
+
+TEST_F(InputStratTest, QuitsOnRequest) {
+    DrivenModel driven(job(x <= 3.0), InputStrat());
+    driven.script({exponentialDraw(9.0)});
+    const RedirectedConsole console("q now\n");
+    try {
+        driven.step();
+        FAIL() << "no exception";
+    } catch (const abort_exception& abort) {
+        EXPECT_STREQ(abort.what(), "Simulation terminated by the user");
+    }
+    EXPECT_EQ(console.output(), listing(driven) + indexPrompt("[0, 3]"));
+}
+
+TEST_F(InputStratTest, TheEndOfInputEndsTheRun) {
+    // A last line without a line end is not carried out.
+    for (const std::string input : {"", "d 0", "q", "\nd 0"}) {
+        DrivenModel driven(job(x <= 3.0), InputStrat());
+        driven.script({exponentialDraw(9.0)});
+        const RedirectedConsole console(input);
+        try {
+            driven.step();
+            FAIL() << "no exception";
+        } catch (const abort_exception& abort) {
+            EXPECT_STREQ(abort.what(), "No more input") << input;
+        }
+        EXPECT_EQ(driven.mode(), "idle");
+    }
+}
+
+TEST_F(InputStratTest, ABrokenInputEndsTheRunToo) {
+    DrivenModel driven(job(x <= 3.0), InputStrat());
+    driven.script({exponentialDraw(9.0)});
+    const RedirectedConsole console("d 0\n");
+    std::cin.setstate(std::ios::badbit);
+    EXPECT_THROW(driven.step(), abort_exception);
+}
+
+TEST_F(InputStratTest, PrintsTheStateAndTheTimeOfTheRun) {
+    DrivenModel driven(lateJob(x <= 3.0), InputStrat());
+    driven.script({});
+    const VerdictFormula undecided({PropertyUnknown});
+    const RedirectedConsole console("t 1.5\ns\nq\n");
+    EXPECT_THROW(driven.simulator().performRun(&undecided), abort_exception);
+    std::ostringstream network;
+    network << driven.network();
+    const std::string later =
+        "Current enabled transitions are:\nFuture transitions are:\nmain : " + declaration(driven, 0) +
+        "\n    active in: [0.5, INFTY]\n";
+    EXPECT_EQ(console.output(), lateListing(driven) + prompt("[0, 3]") + "Taking timed transition, delay is 1.5\n" +
+                                    later + prompt("[0, 1.5]") + "Current state:\n" + network.str() +
+                                    "\nCurrent time is:1.5\n" + prompt("[0, 1.5]"));
+}
+
+TEST_F(InputStratTest, FlushesAtEachEndOfAMessage) {
+    DrivenModel driven(lateJob(x <= 3.0), InputStrat());
+    driven.script({});
+    const RedirectedConsole console("t 5\n");
+    driven.step();
+    // Two headings, time, command, delay, cap; and standard input, which is tied to the output, before it is read.
+    EXPECT_EQ(console.flushes(), 7);
+}
+
+TEST_F(InputStratTest, WithoutActiveTransitionsItIsAnActionlock) {
+    ModelWriter model;
+    model.implementation("Idle.i");
+    DrivenModel driven(model, InputStrat());
+    driven.script({});
+    const RedirectedConsole console("t 1\n");
+    EXPECT_DEADLOCK(driven.step(), "No possible simulation step found: Actionlock");
+    EXPECT_EQ(console.output(), "");
+}
+
+TEST_F(InputStratTest, EachStepRewritesTheDumpsOfBothTopologies) {
+    DrivenModel driven(lateJob(x <= 3.0), InputStrat());
+    driven.script({});
+    for (int step = 0; step < 2; ++step) {
+        ASSERT_FALSE(std::filesystem::exists("EC_output.txt"));
+        stepWith(driven, "t 0.5\n");
+        for (const char* dump : {"EC_output.txt", "DD_output.txt"}) {
+            std::string heading;
+            std::getline(std::ifstream(dump) >> std::ws, heading);
+            EXPECT_EQ(heading, "digraph EC {") << dump;
+            std::filesystem::remove(dump);
+        }
+    }
+}
+
+TEST_F(InputStratTest, SamplesAreDrawnAndCountedDownButDoNotRace) {
+    DrivenModel driven(job(x <= 3.0), InputStrat());
+    driven.script({exponentialDraw(1.0)});
+    stepWith(driven, "t 0.75\n");
+    EXPECT_EQ(driven.strategy().eventSamples().front().first, 0.25);
+    EXPECT_EQ(stepWith(driven, "t 0.25\n").first, "0.25") << "the sample is due, and nothing fires";
+}
+
+// ---- Alternatives
+
+namespace {
+
+struct Selection {
+    const char* name;
+    const char* line;  // after "d 0"
+    std::vector<ScriptedDraw> draws;
+    const char* taken;
+};
+
+class InputStratSelection : public InputStratTest, public testing::WithParamInterface<Selection> {};
+
+}  // namespace
+
+TEST_P(InputStratSelection, TakesWhatTheLineSays) {
+    DrivenModel driven(orchestra(), InputStrat());
+    driven.script(GetParam().draws);
+    EXPECT_EQ(stepWith(driven, std::string("d 0\n") + GetParam().line).first,
+              std::string("0: main: idle -> busy, main.p: a -> b, ") + GetParam().taken);
+}
+
+// The automata of the event are main and p, which have no choice, q with three alternatives and r with two.
+INSTANTIATE_TEST_SUITE_P(
+    Lines, InputStratSelection,
+    testing::Values(
+        Selection{"TokensCountAllAutomata", "0,0,1,1\n", {}, "main.q: a -> c, main.r: a -> c"},
+        Selection{"BlanksSeparateToo", "0 0 2 0\n", {}, "main.q: a -> d, main.r: a -> b"},
+        Selection{"AdjacentSeparatorsAreOne", "0, ,,0  ,  2, 0\n", {}, "main.q: a -> d, main.r: a -> b"},
+        Selection{"ALetterLeavesItsPositionToChance",
+                  "1, 1 r  1\n",
+                  {integerDraw(2, 0, 2)},
+                  "main.q: a -> d, main.r: a -> c"},
+        Selection{
+            "ALetterALetsTheNextNumberWork", "0,0,a,1\n", {integerDraw(1, 0, 2)}, "main.q: a -> c, main.r: a -> c"},
+        Selection{"ALeadingSeparatorMakesAnEmptyFirstToken", ",0,1,1\n", {}, "main.q: a -> c, main.r: a -> c"},
+        Selection{"ALeadingBlankMakesAnEmptyFirstToken", "  0 1 1\n", {}, "main.q: a -> c, main.r: a -> c"},
+        Selection{"ANumberWithALetterBehindCounts", "0,0,2x,1b\n", {}, "main.q: a -> d, main.r: a -> c"},
+        Selection{"ANumberWithASignCounts", "0,0,+2,-0\n", {}, "main.q: a -> d, main.r: a -> b"},
+        Selection{"AnEmptyLineIsAllChance",
+                  "\n",
+                  {integerDraw(1, 0, 2), integerDraw(1, 0, 1)},
+                  "main.q: a -> c, main.r: a -> c"},
+        Selection{"TheEndOfInputIsAllChance",
+                  "",
+                  {integerDraw(1, 0, 2), integerDraw(0, 0, 1)},
+                  "main.q: a -> c, main.r: a -> b"},
+        Selection{"ALastLineWithoutLineEndCounts", "0,0,2,1", {}, "main.q: a -> d, main.r: a -> c"},
+        Selection{"AMissingTokenIsChance", "0,0,1\n", {integerDraw(0, 0, 1)}, "main.q: a -> c, main.r: a -> b"},
+        Selection{"ANumberOutOfRangeIsChance",
+                  "0,0,3,-1\n",
+                  {integerDraw(0, 0, 2), integerDraw(1, 0, 1)},
+                  "main.q: a -> b, main.r: a -> c"},
+        Selection{"ANumberBeyond32BitsIsChance",
+                  "0,0,4294967297,99999999999999999999\n",
+                  {integerDraw(0, 0, 2), integerDraw(1, 0, 1)},
+                  "main.q: a -> b, main.r: a -> c"}),
+    [](const auto& selection) { return std::string(selection.param.name); });
+
+TEST_F(InputStratTest, AlternativesAreListedWithHelp) {
+    DrivenModel driven(orchestra(), InputStrat());
+    driven.script({});
+    const auto [step, output] = stepWith(driven, "d 0\n0,0,0,0\n");
+    EXPECT_EQ(step, "0: main: idle -> busy, main.p: a -> b, main.q: a -> b, main.r: a -> b");
+    EXPECT_EQ(output, "Current enabled transitions are:\n0: main : " + declaration(driven, 0) +
+                          "\n    active in: [0, INFTY]\nFuture transitions are:\nIndex in: [0, 0]\n" +
+                          prompt("[0, INFTY]") + "Choose non-deterministic transitions:\n main.q\n  " +
+                          declaration(driven, 0, "main.q") + "\n  " + declaration(driven, 1, "main.q") + "\n  " +
+                          declaration(driven, 2, "main.q") + "\n main.r\n  " + declaration(driven, 0, "main.r") +
+                          "\n  " + declaration(driven, 1, "main.r") + "\n\n" + SELECTION_HELP);
+}
+
+TEST_F(InputStratTest, AReactivationIsChosenInTheSameWay) {
+    ModelWriter model;
+    model.implementation("Pump.i").mode("a").mode("b").mode("c").reactivation("a", "b").reactivation("a", "c");
+    model.implementation("Plant.i")
+        .mode("off")
+        .mode("on")
+        .transition("off", "on")
+        .subcomponent("pump", "Pump.i", inModes("on"));
+    DrivenModel driven(model, InputStrat());
+    driven.script({});
+    EXPECT_EQ(stepWith(driven, "d 0\n").first, "0: main: off -> on");
+    const auto [step, output] = stepWith(driven, "1\n");
+    EXPECT_EQ(step, "0: main.pump: a -> c");
+    const auto& ways = driven.eda("main.pump")->component()->reactivationTransitions();
+    std::ostringstream expected;
+    expected << "Choose non-deterministic transitions:\n main.pump\n  " << *ways[0]->transition() << "\n  "
+             << *ways[1]->transition() << "\n\n"
+             << SELECTION_HELP;
+    EXPECT_EQ(output, expected.str());
+}
+
+// ---- Reading lines
+
+TEST(GetLine, MakesTheLineTheWholeContentAndClearsItsState) {
+    std::istringstream in("first 1\nsecond\n");
+    std::stringstream line("rest of an older line");
+    std::string word;
+    while (line >> word) {
+    }
+    EXPECT_TRUE(getLine(in, line));
+    int number = 0;
+    EXPECT_TRUE(line >> word >> number);
+    EXPECT_EQ(word, "first");
+    EXPECT_EQ(number, 1);
+    EXPECT_TRUE(getLine(in, line));
+    EXPECT_EQ(line.str(), "second");
+    EXPECT_FALSE(in.eof());
+}
+
+TEST(GetLine, LeavesTheStateOfTheInputAsTheReadingHasSetIt) {
+    std::istringstream in("last");
+    std::stringstream line;
+    EXPECT_TRUE(getLine(in, line)) << "a line without a line end is a line";
+    EXPECT_EQ(line.str(), "last");
+    EXPECT_TRUE(in.eof());
+    EXPECT_FALSE(getLine(in, line));
+    EXPECT_EQ(line.str(), "");
+    EXPECT_TRUE(line.good());
+    EXPECT_TRUE(in.fail());
+}
+
+}  // namespace vornrun::test
