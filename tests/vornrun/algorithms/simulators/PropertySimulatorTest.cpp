@@ -349,18 +349,6 @@ TEST_F(PropertySimulatorTest, AnyOtherExceptionOnAWorkerEndsThePropertyInTheSame
     EXPECT_EQ(texts[3], "Simulation thread 0: map::at");
 }
 
-TEST_F(PropertySimulatorTest, WhatIsWrongWithAModelReachesWhoeverLogsErrorsOnly) {
-    over(ticker(), 1);
-    VerdictFormula formula({PropertyUnknown});
-    formula.onEvaluate = [](Simulator*, bool) { throw missing_operand("The path formula is missing"); };
-    NotingGenerator generator(10);
-    const RedirectedConsole console;
-    const CapturedLog log(LogLevel::Error);
-    EXPECT_EQ(failure(formula, generator), "Exception occurred during simulation");
-    EXPECT_EQ(log.texts("root.propsim"), (std::vector<std::string>{"Simulation thread 0: The path formula is missing",
-                                                                   "Simulations were aborted"}));
-}
-
 TEST_F(PropertySimulatorTest, APropertyAfterAnAbortedOneIsChecked) {
     over(ticker(), 2);
     VerdictFormula failing({PropertyUnknown});
