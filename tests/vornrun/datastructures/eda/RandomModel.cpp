@@ -41,7 +41,9 @@ class Generator {
     Component write(std::size_t levels) {
         Component self;
         self.number = std::to_string(mCount++);
-        for (std::size_t i = mChoices.between(1, 3); i > 0; --i) self.modes.push_back("m" + std::to_string(self.modes.size()));
+        // Subcomponents are of most interest where modes can switch them.
+        const std::size_t modes = mChoices.between(levels > 1 ? 2 : 1, 3);
+        for (std::size_t i = 0; i < modes; ++i) self.modes.push_back("m" + std::to_string(i));
         TypeWriter& type = mModel.type(self.type());
         type.inData(input, 0).outData(output, 0).outData(report, false);
         writeEventPorts(type, self);
@@ -237,7 +239,7 @@ class Generator {
     void writeReactivations(ImplementationWriter& implementation, const Component& self) {
         for (const std::string& mode : self.modes) {
             if (mChoices.chance(40)) continue;
-            for (std::size_t i = mChoices.between(1, 3); i > 0; --i) {
+            for (std::size_t i = mChoices.between(1, 4); i > 0; --i) {
                 const std::string& to = mChoices.oneOf(self.modes);
                 implementation.reactivation(mode, to, effect());
             }
