@@ -25,7 +25,8 @@ PlainNetwork::PlainNetwork(const EDANetwork& network, GlobalValuation& valuation
         mOwners[eda->component()] = eda;
         // The first one stays.
         for (const auto& transition : eda->component()->transitions())
-            if (transition->trigger()->component() != eda->component()) mDirectUsers.emplace(transition->trigger(), eda);
+            if (transition->trigger()->component() != eda->component())
+                mDirectUsers.emplace(transition->trigger(), eda);
     }
 }
 

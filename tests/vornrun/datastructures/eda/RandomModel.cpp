@@ -30,7 +30,7 @@ struct Subcomponent {
 /// the compiler.
 class Generator {
   public:
-    explicit Generator(Choices& choices) : mChoices(choices), mBudget(12) {}
+    explicit Generator(Choices& choices) : mChoices(choices), mBudget(9) {}
 
     ModelWriter generate() {
         write(mChoices.between(1, 4));
@@ -82,8 +82,8 @@ class Generator {
             --mBudget;
             // Sometimes two instances of one component.
             const bool again = !children.empty() && mChoices.chance(20);
-            children.push_back({"s" + std::to_string(children.size()),
-                                again ? children.back().component : write(levels - 1)});
+            children.push_back(
+                {"s" + std::to_string(children.size()), again ? children.back().component : write(levels - 1)});
             implementation.subcomponent(children.back().name, "main::" + children.back().component.implementation(),
                                         someModes(self, 20));
         }
@@ -261,7 +261,8 @@ class Generator {
                 const std::string source = child.name + "." + event;
                 for (const Subcomponent& other : children)
                     if (&other != &child && mChoices.chance(60))
-                        connect(implementation, self, source, other.name + "." + mChoices.oneOf(other.component.inEvents));
+                        connect(implementation, self, source,
+                                other.name + "." + mChoices.oneOf(other.component.inEvents));
                 if (mChoices.chance(40)) connect(implementation, self, source, mChoices.oneOf(self.outEvents));
             }
             for (const std::string& event : self.inEvents)
@@ -289,7 +290,7 @@ class Generator {
     }
 
     Choices& mChoices;
-    std::size_t mBudget;    // subcomponents that may still be written
+    std::size_t mBudget;  // subcomponents that may still be written
     std::size_t mCount = 0;
     ModelWriter mModel;
 };
