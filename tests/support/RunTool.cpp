@@ -174,6 +174,8 @@ ToolResult runProgram(const std::filesystem::path& program, const ToolCall& call
     return result;
 }
 
-ToolResult runTool(const ToolCall& call) { return runProgram(VORNRUN_EXECUTABLE, call); }
+std::filesystem::path toolPath() { return VORNRUN_EXECUTABLE; }
+
+ToolResult runTool(const ToolCall& call) { return runProgram(toolPath(), call); }
 
 }  // namespace vornrun::test

@@ -29,7 +29,10 @@ struct ToolResult {
     bool timedOut = false;  ///< killed at the time limit
 };
 
-/// Runs the vornrun executable of this build.
+/// The vornrun executable of this build.
+std::filesystem::path toolPath();
+
+/// Runs that executable.
 /// \throws std::system_error when the process cannot be started
 ToolResult runTool(const ToolCall& call);
 

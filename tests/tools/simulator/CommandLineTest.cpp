@@ -7,10 +7,11 @@
 #include <boost/program_options/errors.hpp>
 #include <iostream>
 #include <sstream>
-#include <streambuf>
 #include <string>
 #include <type_traits>
 #include <vector>
+
+#include "tests/tools/simulator/CapturedStream.h"
 
 namespace {
 
@@ -19,24 +20,10 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 using vornrun::Settings;
+using vornrun::test::CapturedStream;
 
 static_assert(std::has_virtual_destructor_v<Settings>);
 static_assert(sizeof(LogLevelName) == 4 && sizeof(SimStrategy) == 4);
-
-/// Takes what is written to a stream during its life.
-class CapturedStream {
-  public:
-    explicit CapturedStream(std::ostream& stream) : mStream(stream), mFormer(stream.rdbuf(mText.rdbuf())) {}
-    CapturedStream(const CapturedStream&) = delete;
-    CapturedStream& operator=(const CapturedStream&) = delete;
-    ~CapturedStream() { mStream.rdbuf(mFormer); }  // the stream outlives its borrowed buffer
-    std::string text() const { return mText.str(); }
-
-  private:
-    std::ostringstream mText;
-    std::ostream& mStream;
-    std::streambuf* mFormer;
-};
 
 struct Parse {
     bool goesOn = false;

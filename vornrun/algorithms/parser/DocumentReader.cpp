@@ -2,11 +2,14 @@
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <system_error>
 #include <vector>
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLErrorCodes.hpp>
+#include <xercesc/framework/XMLValidityCodes.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/sax/InputSource.hpp>
@@ -32,7 +35,7 @@ using xercesc::XMLString;
 
 namespace {
 
-constexpr const char* EXPANDS_WITHOUT_BOUND = "The document's entities expand without bound";
+constexpr const char* EXPANDS_WITHOUT_BOUND = "The document expands without bound";
 
 }  // namespace
 
@@ -87,22 +90,22 @@ class VornXmlParser::DocumentReader::Resolver final : public xercesc::XMLEntityR
   public:
     /// The document names an external part of its type, which is what is asked for next.
     void expectExternalSubset(const XMLCh* systemId) { mExternalSubset = parser::util::transcode(systemId); }
-    void expectNothing() { mExternalSubset.clear(); }
+    void expectNothing() { mExternalSubset.reset(); }
 
     InputSource* resolveEntity(xercesc::XMLResourceIdentifier* identifier) override {
         const std::string wanted = parser::util::transcode(identifier->getSystemId());
-        if (mExternalSubset.empty() || wanted != mExternalSubset)
+        if (mExternalSubset != wanted)
             throw VornInvalidXmlException("The document needs the external entity '" + wanted +
                                           "', and nothing outside the file is read");
         VORNRUN_LOG(sLogger, Warn,
                     "The external document type '" << wanted << "' is not read: nothing outside the file is.");
-        mExternalSubset.clear();
+        mExternalSubset.reset();
         static constexpr XMLByte NOTHING[] = {' '};
         return new xercesc::MemBufInputSource(NOTHING, 1, identifier->getSystemId(), false);
     }
 
   private:
-    std::string mExternalSubset;
+    std::optional<std::string> mExternalSubset;
 };
 
 /// Watches the document type, and refuses where the library only reports.
@@ -123,9 +126,36 @@ class VornXmlParser::DocumentReader::Parser final : public xercesc::XercesDOMPar
         if (mExternalSubset != nullptr) mResolver.expectExternalSubset(mExternalSubset);
     }
 
+    void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uri, const XMLCh* const prefix,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, const XMLSize_t attributeCount,
+                      const bool isEmpty, const bool isRoot) override {
+        if (mDepth == DEPTH_LIMIT) throw VornInvalidXmlException("The document is nested too deeply");
+        if (attributeCount > ATTRIBUTE_LIMIT) throw VornInvalidXmlException("An element has too many attributes");
+        const std::size_t depth = mDepth++;
+        XercesDOMParser::startElement(declaration, uri, prefix, attributes, attributeCount, isEmpty, isRoot);
+        if (isEmpty) mDepth = depth;  // its end may have been told already
+    }
+
+    void endElement(const xercesc::XMLElementDecl& declaration, const unsigned int uri, const bool isRoot,
+                    const XMLCh* const prefix) override {
+        --mDepth;
+        XercesDOMParser::endElement(declaration, uri, isRoot, prefix);
+    }
+
+    /// Forgets where the last document has been left.
+    void startAfresh() {
+        mDepth = 0;
+        mExternalSubset = nullptr;
+    }
+
     void error(const unsigned int code, const XMLCh* const domain, const ErrTypes type, const XMLCh* const text,
                const XMLCh* const systemId, const XMLCh* const publicId, const XMLFileLoc line,
                const XMLFileLoc column) override {
+        // An entity that only the unread document type can have declared is left out with no more than this.
+        if (code == xercesc::XMLValid::VC_EntityNotFound &&
+            XMLString::equals(domain, xercesc::XMLUni::fgValidityDomain))
+            throw VornInvalidXmlException("The document does not declare all that it needs: " +
+                                          parser::util::transcode(text));
         // Without a grammar each element is an error of validation; nobody listens.
         if (type != XMLErrorReporter::ErrType_Fatal) return;
         if (code == xercesc::XMLErrs::EntityExpansionLimitExceeded &&
@@ -136,6 +166,7 @@ class VornXmlParser::DocumentReader::Parser final : public xercesc::XercesDOMPar
 
   private:
     Resolver& mResolver;
+    std::size_t mDepth = 0;
     const XMLCh* mExternalSubset = nullptr;  // valid while the document type is read
 };
 
@@ -153,7 +184,8 @@ VornXmlParser::DocumentReader::DocumentReader() : mState(std::make_unique<State>
     Parser& parser = mState->domParser;
     parser.setValidationScheme(Parser::Val_Always);
     parser.setDoNamespaces(true);
-    parser.cacheGrammarFromParse(true);
+    // With grammar caching the library refuses any document with declarations of its own.
+    parser.cacheGrammarFromParse(false);
     parser.setErrorHandler(&mState->errorHandler);
     parser.setXMLEntityResolver(&mState->resolver);
     parser.setDisableDefaultEntityResolution(true);
@@ -169,6 +201,7 @@ const xercesc::DOMDocument* VornXmlParser::DocumentReader::read(const std::strin
     if (std::filesystem::is_directory(file, unknown))
         throw VornInvalidXmlException("'" + file + "' is a folder, not a file");
     mState->resolver.expectNothing();
+    mState->domParser.startAfresh();
     try {
         mState->domParser.parse(FileSource(file, mState->memory));
     } catch (const xercesc::OutOfMemoryException&) {

@@ -16,7 +16,12 @@ class VornXmlParser::DocumentReader {
   public:
     /// Entities that a document may refer to, counting every reference inside every replacement text. With the
     /// library's own default of 50,000, files with a named character in each of many thousand names would be refused.
-    static constexpr std::size_t ENTITY_EXPANSION_LIMIT = 200'000;
+    static constexpr std::size_t ENTITY_EXPANSION_LIMIT = 100'000;
+
+    /// Elements within elements, and attributes of one element. The library's work for an element grows with the one,
+    /// its work for an attribute with the other, so that reading would not stay linear.
+    static constexpr std::size_t DEPTH_LIMIT = 30'000;
+    static constexpr std::size_t ATTRIBUTE_LIMIT = 1'000;
 
     DocumentReader();
     DocumentReader(const DocumentReader&) = delete;
@@ -27,7 +32,7 @@ class VornXmlParser::DocumentReader {
     /// \throws xercesc::SAXParseException, xercesc::XMLException, xercesc::DOMException as the library does: for a file
     ///         that cannot be read, that is not well-formed, or that is empty
     /// \throws parser::VornInvalidXmlException for a folder, a document that needs an external entity, or one that
-    ///         expands beyond the bounds
+    ///         exceeds the bounds
     const xercesc::DOMDocument* read(const std::string& file);
 
   private:

@@ -21,15 +21,15 @@
 namespace vornrun::test {
 
 /// A fixed number of traces under a fixed seed.
-struct Run {
-    unsigned int traces;
+struct Traces {
+    unsigned int count;
     unsigned int threads;
     unsigned long seed;
 };
 
 /// The estimate of the property's path formula; traces are rounded up to whole sweeps of the threads.
 template <class Strategy = AsapStrat>
-double estimate(const ModelWriter& model, const PathFormula& path, const Run& run) {
+double estimate(const ModelWriter& model, const PathFormula& path, const Traces& run) {
     const std::unique_ptr<VornSpecification> specification = parseModel(model);
     const TempDir folder;
     parser::XmlContext context;
@@ -42,7 +42,7 @@ double estimate(const ModelWriter& model, const PathFormula& path, const Run& ru
     PropertySimulator simulator(*specification->findRootCandidates().begin(), new Strategy, run.threads);
     simulator.seed = run.seed;
     simulator.stepBound = 1000000;
-    StaticGenerator generator(run.traces);
+    StaticGenerator generator(run.count);
     return simulator.checkProbability(probability.path(), &generator).first;
 }
 

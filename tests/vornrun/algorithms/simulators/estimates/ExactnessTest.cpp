@@ -86,19 +86,19 @@ class PlainWorker {
 };
 
 /// What the tool counts: whole sweeps of one trace of each worker.
-double predict(Plain& model, const Run& run) {
-    const unsigned int sweeps = (run.traces + run.threads - 1) / run.threads;
+double predict(Plain& model, const Traces& run) {
+    const unsigned int sweeps = (run.count + run.threads - 1) / run.threads;
     unsigned int positive = 0;
     for (unsigned int id = 0; id < run.threads; ++id) {
         PlainWorker worker(model, run.seed + id);
-        for (unsigned int i = 0; i < sweeps; ++i) positive += worker.trace() ? 1 : 0;
+        for (unsigned int i = 0; i < sweeps; ++i) positive += worker.trace() ? 1u : 0u;
     }
     return double(positive) / (sweeps * run.threads);
 }
 
 class Exactness : public testing::TestWithParam<std::tuple<unsigned int, unsigned long>> {
   protected:
-    Run run() const { return {500, std::get<0>(GetParam()), std::get<1>(GetParam())}; }
+    Traces run() const { return {500, std::get<0>(GetParam()), std::get<1>(GetParam())}; }
 };
 
 TEST_P(Exactness, OfMachinesThatFailAndAreRepaired) {
@@ -175,9 +175,9 @@ TEST_P(Exactness, OfChoicesAmongTransitionsThatAreEnabledAtOnce) {
 
 INSTANTIATE_TEST_SUITE_P(ThreadsAndSeeds, Exactness,
                          testing::Combine(testing::Values(1u, 2u, 4u), testing::Values(1ul, 42ul, 20261121ul)),
-                         [](const auto& info) {
-                             return "Threads" + std::to_string(std::get<0>(info.param)) + "Seed" +
-                                    std::to_string(std::get<1>(info.param));
+                         [](const auto& each) {
+                             return "Threads" + std::to_string(std::get<0>(each.param)) + "Seed" +
+                                    std::to_string(std::get<1>(each.param));
                          });
 
 }  // namespace

@@ -237,11 +237,11 @@ TEST_P(EstimatesAre, WithinFourStandardErrorsOfTheTruthAndOfEachOther) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Models, EstimatesAre, testing::ValuesIn(truths()),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& each) { return std::string(each.param.name); });
 
 TEST(Estimates, RepeatExactlyUnderASeedForOneThreadAndForFour) {
     for (const unsigned int threads : {1u, 4u}) {
-        const Run run{2000, threads, 99};
+        const Traces run{2000, threads, 99};
         const double first = estimate(redundancy(), eventually(var("count", Type::Int) == 3, 0, 30), run);
         EXPECT_EQ(estimate(redundancy(), eventually(var("count", Type::Int) == 3, 0, 30), run), first);
     }
