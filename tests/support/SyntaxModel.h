@@ -3,6 +3,7 @@
 /// Component implementations made straight from the syntax classes, without a file and a parser in between: for tests
 /// of what no sound file says, such as a variable under a wrong type, and where ids must be known.
 ///
+///     using namespace direct;
 ///     SyntaxModel model;
 ///     const VornComponentImplementation& pump = model.component("Pump", ComponentDraft()
 ///         .eventPort("start", PortDirection::in)
@@ -19,7 +20,7 @@
 #include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
 #include "vornrun/datastructures/vorn/syntax/VornComponentImplementation.h"
 
-namespace vornrun::test {
+namespace vornrun::test::direct {
 
 using ModeNames = std::vector<std::string>;
 using AssignmentList = std::vector<VornAssignment*>;
@@ -181,4 +182,4 @@ class SyntaxModel {
     std::deque<std::unique_ptr<VornComponentImplementation>> mImplementations;
 };
 
-}  // namespace vornrun::test
+}  // namespace vornrun::test::direct

@@ -18,11 +18,11 @@ class BoundedMemory final : public xercesc::MemoryManager {
   public:
     /// Bytes in use at any time: a part for the library's tables, and a part for every byte of the documents. An
     /// element of the shortest kind takes 4 bytes of a file and about 200 in memory.
-    static constexpr std::uint64_t IN_USE_BASE = std::uint64_t{256} << 20;
+    static constexpr std::uint64_t IN_USE_BASE = std::uint64_t{64} << 20;
     static constexpr std::uint64_t IN_USE_PER_BYTE = 128;
     /// Bytes allocated in the course of all reading, as the measure of work: each expansion of an entity allocates a
     /// reader of some 200 KiB.
-    static constexpr std::uint64_t TOTAL_BASE = std::uint64_t{64} << 30;
+    static constexpr std::uint64_t TOTAL_BASE = std::uint64_t{32} << 30;
     static constexpr std::uint64_t TOTAL_PER_BYTE = 4096;
 
     BoundedMemory() = default;

@@ -16,7 +16,7 @@ class VornXmlParser::DocumentReader {
   public:
     /// Entities that a document may refer to, counting every reference inside every replacement text. With the
     /// library's own default of 50,000, files with a named character in each of many thousand names would be refused.
-    static constexpr std::size_t ENTITY_EXPANSION_LIMIT = 200'000;
+    static constexpr std::size_t ENTITY_EXPANSION_LIMIT = 100'000;
 
     /// Elements within elements, and attributes of one element. The library's work for an element grows with the one,
     /// its work for an attribute with the other, so that reading would not stay linear.

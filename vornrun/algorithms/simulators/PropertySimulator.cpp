@@ -63,6 +63,11 @@ void PropertySimulator::doWork(unsigned int id, const CSLFormula* formula, Simul
         } catch (const abort_exception& abort) {
             VORNRUN_LOG(sLogger, Info, "Simulation thread " << id << " aborted: " << abort.what());
             return fail(std::make_exception_ptr(abort));
+        } catch (const std::exception& exception) {
+            VORNRUN_LOG(sLogger, Info, "Simulation thread " << id << " aborted: Unhandled exception");
+            // Whoever wrote the model has no other way to learn what is wrong with it.
+            VORNRUN_LOG(sLogger, Error, "Simulation thread " << id << ": " << exception.what());
+            return fail(std::current_exception());
         } catch (...) {
             VORNRUN_LOG(sLogger, Info, "Simulation thread " << id << " aborted: Unhandled exception");
             return fail(std::current_exception());

@@ -344,8 +344,9 @@ TEST_F(PropertySimulatorTest, AnyOtherExceptionOnAWorkerEndsThePropertyInTheSame
     const CapturedLog log(LogLevel::Info);
     EXPECT_EQ(failure(formula, generator), "Exception occurred during simulation");
     const auto texts = log.texts("root.propsim");
-    ASSERT_EQ(texts.size(), 5U);
+    ASSERT_EQ(texts.size(), 6U);
     EXPECT_EQ(texts[2], "Simulation thread 0 aborted: Unhandled exception");
+    EXPECT_EQ(texts[3], "Simulation thread 0: map::at");
 }
 
 TEST_F(PropertySimulatorTest, APropertyAfterAnAbortedOneIsChecked) {

@@ -11,6 +11,8 @@
 namespace vornrun::test {
 namespace {
 
+using namespace direct;
+
 constexpr unsigned int TYPES = VORN_DATA_TYPE_COUNT;
 
 VornDataTypeTag tagOf(unsigned int number) { return static_cast<VornDataTypeTag>(number); }

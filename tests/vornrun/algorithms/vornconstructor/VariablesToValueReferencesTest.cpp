@@ -1,118 +1,15 @@
 #include "vornrun/algorithms/vornconstructor/VariablesToValueReferences.h"
 
-#include <sstream>
-
 #include <gtest/gtest.h>
 
-#include "tests/support/CapturedLog.h"
-#include "tests/support/SyntaxModel.h"
+#include "tests/vornrun/algorithms/vornconstructor/SubstitutionFixture.h"
 #include "vornrun/algorithms/vornconstructor/VariableSubstitutionExpressionVisitor.h"
-#include "vornrun/algorithms/vornconstructor/VornModelConstructor.h"
-#include "vornrun/datastructures/vorn/realisation/ModelException.h"
-#include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/Operators.h"
 
 namespace vornrun::test {
 namespace {
 
-using Tree = std::unique_ptr<VornExpressionTree>;
-using Variable = std::unique_ptr<RealisedVariable>;
-using Value = std::unique_ptr<VornValue>;
-
-constexpr const char* VALREF = "root.realisation.valref";
-
-template <class T>
-TypedVornExpressionTree<T>* typedVar(const std::string& name) {
-    return new TypedVornVariable<T>(name);
-}
-template <class Op, class Result, class T>
-Tree binary(TypedVornExpressionTree<T>* left, TypedVornExpressionTree<T>* right) {
-    return std::make_unique<TypedBinaryOperator<Op, Result, T, T>>(left, right);
-}
-
-std::string textOf(const VornExpressionTree& tree) {
-    std::ostringstream stream;
-    tree.printExpression(stream);
-    return stream.str();
-}
-
-template <class Call>
-std::string faultOf(const Call& call) {
-    try {
-        call();
-    } catch (const model_exception& fault) {
-        return fault.what();
-    }
-    return "nothing was thrown";
-}
-
-/// "main" with the modes down and up, the subcomponent s1, and in it the subcomponent s2.
-class VariablesToValueReferencesTest : public testing::Test {
-  protected:
-    VariablesToValueReferencesTest() {
-        const auto& leaf = model.component(
-            "Leaf",
-            ComponentDraft().mode("low", VornModeType::initial).mode("high").data<VornInt>("n", constant<VornInt>(7)));
-        const auto& middle = model.component(
-            "Middle",
-            ComponentDraft().mode("only", VornModeType::initial).subcomponent("s2", leaf).data<VornBool>("flag"));
-        const auto& top = model.component("Top", ComponentDraft()
-                                                     .mode("down", VornModeType::initial)
-                                                     .mode("up")
-                                                     .mode("a:b")
-                                                     .eventPort("go", PortDirection::in)
-                                                     .dataPort<VornInt>("port", PortDirection::in, constant<VornInt>(9))
-                                                     .data<VornInt>("x", constant<VornInt>(1))
-                                                     .data<VornReal>("r", constant<VornReal>(2.5))
-                                                     .data<VornClock>("c", constant<VornClock>(3.0))
-                                                     .data<VornContinuous>("v", constant<VornContinuous>(4.0))
-                                                     .data<VornBool>("flag")
-                                                     .subcomponent("s1", middle));
-        VornModelConstructor constructor;
-        const auto [realised, values] = constructor.realise(&top);
-        main.reset(realised);
-        valuation = values;
-        log.clear();
-    }
-
-    VariablesToValueReferences subject() const { return {main.get(), valuation}; }
-    const VornComponentRealisation* s1() const { return main->findSubcomponent("s1"); }
-    const VornComponentRealisation* s2() const { return s1()->findSubcomponent("s2"); }
-    const RealisedPart* part(const VornComponentRealisation* component, const std::string& name) const {
-        const VornReference reference(name);
-        return dynamic_cast<const RealisedPart*>(component->findIdentifier(&reference));
-    }
-    template <class T>
-    Variable variable(const std::string& name) const {
-        const TypedVornVariable<T> syntax(name);
-        return Variable(subject().substituteVariable(&syntax));
-    }
-    template <class T>
-    Variable rateOf(const std::string& name) const {
-        const TypedVornVariable<T> syntax(name);
-        return Variable(subject().substituteTrajVariable(&syntax));
-    }
-    Tree rewritten(const VornExpressionTree& tree) const { return Tree(subject()(&tree)); }
-    /// The mode that a literal becomes; null when it becomes nothing.
-    const RealisedMode* modeOf(const std::string& text) const {
-        const std::unique_ptr<VornValue> literal(modeLiteral(text));
-        const Value value(subject().substituteValue(literal.get()));
-        if (value == nullptr) return nullptr;
-        const auto& typed = dynamic_cast<const TypedVornValue<VornModeVal>&>(*value);
-        EXPECT_FALSE(typed.owned());
-        return typed.value();
-    }
-    static const RealisedMode* modeNamed(const VornComponentRealisation* component, const std::string& name) {
-        for (const auto& mode : component->modes())
-            if (mode->name() == name) return mode.get();
-        return nullptr;
-    }
-
-    SyntaxModel model;
-    CapturedLog log{LogLevel::Info};
-    std::unique_ptr<VornComponentRealisation> main;
-    ValuationPtr valuation;
-};
+using VariablesToValueReferencesTest = SubstitutionFixture;
 
 TEST_F(VariablesToValueReferencesTest, AVariableReadsTheSlotOfItsPart) {
     const Variable x = variable<VornInt>("x");
@@ -157,82 +54,6 @@ TEST_F(VariablesToValueReferencesTest, ANameThatDoesNotResolveIsAnErrorRecordAnd
         EXPECT_EQ(log.records(), (std::vector<LogRecord>{{LogLevel::Error, VALREF, text + name},
                                                          {LogLevel::Error, VALREF, text + name}}));
     }
-}
-
-TEST_F(VariablesToValueReferencesTest, ALiteralWithThreeElementsDropsTheLastAndFollowsTheOthers) {
-    EXPECT_EQ(modeOf("s1.s2.v:high"), modeNamed(s2(), "high"));
-    EXPECT_NE(modeOf("s1.s2.v:high"), nullptr);
-    EXPECT_EQ(modeOf("s1.anything at all:only"), modeNamed(s1(), "only"));
-    EXPECT_TRUE(log.records().empty());
-}
-
-TEST_F(VariablesToValueReferencesTest, ALiteralWithOneElementStaysInTheComponent) {
-    EXPECT_EQ(modeOf("s1:up"), modeNamed(main.get(), "up"));
-    EXPECT_EQ(modeOf("mode:down"), modeNamed(main.get(), "down"));
-    EXPECT_EQ(modeOf(":up"), modeNamed(main.get(), "up"));
-    EXPECT_TRUE(log.records().empty());
-}
-
-TEST_F(VariablesToValueReferencesTest, ALiteralWithoutColonAndDotIsAModeOfTheComponent) {
-    EXPECT_EQ(modeOf("up"), modeNamed(main.get(), "up"));
-    EXPECT_TRUE(log.records().empty());
-}
-
-TEST_F(VariablesToValueReferencesTest, OnlyTheFirstColonSplits) {
-    EXPECT_EQ(modeOf("v:a:b"), modeNamed(main.get(), "a:b"));
-    EXPECT_NE(modeOf("v:a:b"), nullptr);
-}
-
-struct BadLiteral {
-    const char* name;
-    const char* text;
-    const char* record;
-};
-void PrintTo(const BadLiteral& literal, std::ostream* stream) { *stream << literal.text; }
-
-class UnresolvedLiteral : public VariablesToValueReferencesTest, public testing::WithParamInterface<BadLiteral> {};
-
-TEST_P(UnresolvedLiteral, IsAnErrorRecordAndNull) {
-    EXPECT_EQ(modeOf(GetParam().text), nullptr);
-    EXPECT_EQ(log.records(), (std::vector<LogRecord>{{LogLevel::Error, VALREF, GetParam().record}}));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Literals, UnresolvedLiteral,
-    testing::Values(BadLiteral{"UnknownSubcomponent", "s1.zz.v:high",
-                               "Unable to find subcomponent zz for mode path s1.zz.v:high"},
-                    BadLiteral{"UnknownFirstSubcomponent", "zz.s2.v:high",
-                               "Unable to find subcomponent zz for mode path zz.s2.v:high"},
-                    BadLiteral{"EmptyElement", "s1..v:high", "Unable to find subcomponent  for mode path s1..v:high"},
-                    BadLiteral{"LeadingDot", ".v:up", "Unable to find subcomponent  for mode path .v:up"},
-                    BadLiteral{"UnknownMode", "s1.v:high", "Unable to find mode high for mode path s1.v:high"},
-                    BadLiteral{"ModeNamesAreExact", "v:Up", "Unable to find mode Up for mode path v:Up"},
-                    BadLiteral{"EmptyModeName", "v:", "Unable to find mode  for mode path v:"},
-                    BadLiteral{"EmptyText", "", "Unable to find mode  for mode path "},
-                    BadLiteral{"DotWithoutColon", "s1.only", "Unable to find mode s1.only for mode path s1.only"}),
-    [](const auto& test) { return std::string(test.param.name); });
-
-TEST_F(VariablesToValueReferencesTest, APlaceholderInTheSyntaxTreeIsReplacedAndNotChanged) {
-    const std::unique_ptr<TypedVornValue<VornModeVal>> literal(modeLiteral("v:up"));
-    const RealisedMode* placeholder = literal->value();
-    const Value value(subject().substituteValue(literal.get()));
-    EXPECT_EQ(literal->value(), placeholder);
-    EXPECT_EQ(placeholder->id(), RealisedMode::DUMMY_ID);
-    EXPECT_EQ(placeholder->name(), "v:up");
-}
-
-TEST_F(VariablesToValueReferencesTest, ValuesOfOtherTypesAndTheNullModeAreCopied) {
-    const TypedVornValue<VornInt> number(5);
-    const TypedVornValue<VornEnum> colour("v:up");
-    const TypedVornValue<VornModeVal> none(nullptr);
-    const Value numberCopy(subject().substituteValue(&number));
-    const Value colourCopy(subject().substituteValue(&colour));
-    const Value noneCopy(subject().substituteValue(&none));
-    EXPECT_EQ(textOf(*numberCopy), "5");
-    EXPECT_EQ(textOf(*colourCopy), "v:up");
-    EXPECT_EQ(textOf(*noneCopy), "(null)");
-    EXPECT_NE(numberCopy.get(), &number);
-    EXPECT_TRUE(log.records().empty());
 }
 
 TEST_F(VariablesToValueReferencesTest, XPlusXHasTwoVariablesAndOneReference) {
@@ -372,94 +193,6 @@ TEST_F(VariablesToValueReferencesTest, AMissingLeftOrRightSideNamesTheComponentA
               left + " is no variable of a type that can be assigned there");
     EXPECT_EQ(faultOf([&] { substitute(&nullRate); }),
               "Component main.s1: the assignment to \"v\" has no valid right side");
-}
-
-/// One clause: `condition` and coefficient * variable <= constant.
-VornLinearExpression linear(TypedVornExpressionTree<VornBool>* plain, TypedVornExpressionTree<VornBool>* condition,
-                            VornExpressionTree* variable, VornExpressionTree* coefficient, VornExpressionTree* bound) {
-    auto* comparison = new LinExp(bound, parser::OperatorType::LEq);
-    comparison->addTerm(variable, variable == nullptr ? nullptr : variable->clone(), coefficient);
-    auto* clause = new Clause(condition);
-    clause->addExpr(comparison);
-    return VornLinearExpression(plain, {clause});
-}
-
-TEST_F(VariablesToValueReferencesTest, ALinearExpressionReadsValueAndRateOfItsVariables) {
-    const VornLinearExpression syntax =
-        linear(typedVar<VornBool>("flag"), nullptr, var<VornClock>("c"), var<VornInt>("x"), var<VornReal>("r"));
-    const std::unique_ptr<VornLinearExpression> realised(subject()(&syntax));
-    ASSERT_EQ(realised->clauses().size(), 1u);
-    EXPECT_EQ(realised->clauses()[0]->condition(), nullptr);
-    ASSERT_EQ(realised->clauses()[0]->expressions().size(), 1u);
-    const LinExp& comparison = *realised->clauses()[0]->expressions()[0];
-    EXPECT_EQ(comparison.op(), parser::OperatorType::LEq);
-    EXPECT_EQ(textOf(*comparison.constant()), "r{=2.5:real}");
-    ASSERT_EQ(comparison.terms().size(), 1u);
-    EXPECT_EQ(textOf(*comparison.terms()[0].variable), "c{=3:clock}");
-    EXPECT_EQ(textOf(*comparison.terms()[0].rate), "c{=1:clock}");
-    EXPECT_EQ(textOf(*comparison.terms()[0].coefficient), "x{=1:int}");
-    EXPECT_FALSE(realised->holds());
-    // 1 * c <= 2.5 with c = 3, running at rate 1, is over; with c = 1 it lasts for another 1.5.
-    EXPECT_TRUE(realised->holdsWhile().empty());
-    valuation->setValue<VornClock>(main->valueRef(part(main.get(), "c")), 1.0);
-    EXPECT_EQ(realised->holdsWhile().upper, 1.5);
-}
-
-TEST_F(VariablesToValueReferencesTest, TheConditionOfAClauseIsRewritten) {
-    const VornLinearExpression syntax = linear(typedVar<VornBool>("flag"), typedVar<VornBool>("s1.flag"),
-                                               var<VornClock>("c"), constant<VornReal>(1.0), constant<VornReal>(9.0));
-    const std::unique_ptr<VornLinearExpression> realised(subject()(&syntax));
-    EXPECT_TRUE(realised->holdsWhile().empty());
-    valuation->setValue<VornBool>(s1()->valueRef(part(s1(), "flag")), true);
-    EXPECT_EQ(realised->holdsWhile().upper, 6.0);
-}
-
-TEST_F(VariablesToValueReferencesTest, AConditionThatDoesNotResolveFailsAndIsNeverTakenForTrue) {
-    const VornLinearExpression syntax = linear(constant<VornBool>(true), typedVar<VornBool>("nothing"),
-                                               var<VornClock>("c"), constant<VornReal>(1.0), constant<VornReal>(9.0));
-    const std::unique_ptr<VornLinearExpression> realised(subject()(&syntax));
-    EXPECT_TRUE(realised->holds());
-    EXPECT_THROW(realised->holdsWhile(), missing_operand);
-}
-
-TEST_F(VariablesToValueReferencesTest, ABareGuardThatDoesNotResolveFailsWhenEvaluated) {
-    const std::unique_ptr<VornLinearExpression> syntax(plainly(var<VornBool>("nothing")));
-    const std::unique_ptr<VornLinearExpression> realised(subject()(syntax.get()));
-    ASSERT_NE(realised, nullptr);
-    EXPECT_THROW(realised->holds(), missing_operand);
-    EXPECT_THROW(realised->holdsWhile(), missing_operand);
-}
-
-TEST_F(VariablesToValueReferencesTest, AMissingPartOfAComparisonFailsWhenEvaluated) {
-    const auto one = [] { return constant<VornReal>(1.0); };
-    const auto cases = [&] {
-        std::vector<std::unique_ptr<VornLinearExpression>> all;
-        const auto add = [&all](VornLinearExpression* expression) { all.emplace_back(expression); };
-        const auto with = [](VornExpressionTree* variable, VornExpressionTree* factor, VornExpressionTree* bound) {
-            auto* comparison = new LinExp(bound, parser::OperatorType::LEq);
-            comparison->addTerm(variable, variable == nullptr ? nullptr : variable->clone(), factor);
-            auto* clause = new Clause(nullptr);
-            clause->addExpr(comparison);
-            return new VornLinearExpression(constant<VornBool>(true), {clause});
-        };
-        add(with(nullptr, one(), one()));
-        add(with(var<VornClock>("nothing"), one(), one()));
-        add(with(var<VornClock>("c"), nullptr, one()));
-        add(with(var<VornClock>("c"), one(), nullptr));
-        add(with(var<VornClock>("c"), one(), var<VornReal>("nothing")));
-        return all;
-    }();
-    for (std::size_t i = 0; i < cases.size(); ++i) {
-        const std::unique_ptr<VornLinearExpression> realised(subject()(cases[i].get()));
-        EXPECT_THROW(realised->holdsWhile(), missing_operand) << "case " << i;
-    }
-}
-
-TEST_F(VariablesToValueReferencesTest, ATermThatIsNoVariableIsRefusedWithComponentAndText) {
-    const VornLinearExpression syntax = linear(constant<VornBool>(true), nullptr, constant<VornReal>(4.5),
-                                               constant<VornReal>(1.0), constant<VornReal>(9.0));
-    EXPECT_EQ(faultOf([&] { subject()(&syntax); }),
-              "Component main: \"4.5\" stands for a variable in a linear comparison, but is none");
 }
 
 TEST_F(VariablesToValueReferencesTest, AModeTakesOverInvariantAndTrajectoriesAndLeavesOutWhatHasNoType) {

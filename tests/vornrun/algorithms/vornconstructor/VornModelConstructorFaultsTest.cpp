@@ -14,6 +14,8 @@
 namespace vornrun::test {
 namespace {
 
+using namespace direct;
+
 void realise(const VornComponentImplementation& implementation) {
     VornModelConstructor constructor;
     const std::unique_ptr<VornComponentRealisation> root(constructor.realise(&implementation).first);

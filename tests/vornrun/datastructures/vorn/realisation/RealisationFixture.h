@@ -31,11 +31,13 @@ std::vector<const Element*> borrowed(const std::vector<std::unique_ptr<Element>>
 }
 
 /// The component "root" with id 0 and the modes a, b and c of ids 10, 11 and 12, implementing "Root.i".
+using namespace direct;
+
 class RealisationFixture : public testing::Test {
   protected:
     RealisationFixture()
         : valuation(std::make_shared<GlobalValuation>()),
-          implementation(syntax.component("Root", ComponentDraft())),
+          implementation(model.component("Root", ComponentDraft())),
           root(std::make_unique<VornComponentRealisation>(0, "root", &implementation, ModeList(), nullptr)),
           arrow(1, "a", "b", nullptr, nullptr, {}),
           link(new VornReference("p"), new VornReference("q"), true, {}, false) {
@@ -90,7 +92,7 @@ class RealisationFixture : public testing::Test {
                                                           parent == nullptr ? root.get() : parent);
     }
 
-    SyntaxModel syntax;
+    SyntaxModel model;
     std::vector<std::unique_ptr<VornPort>> portDeclarations;
     std::vector<std::unique_ptr<VornDataSubcomponent>> dataDeclarations;
     unsigned int nextPart = 1000;

@@ -49,6 +49,7 @@ struct ModePrint {
     VornModeType type;
     const char* text;
 };
+void PrintTo(const ModePrint& print, std::ostream* stream) { *stream << print.text; }
 
 class PrintedMode : public testing::TestWithParam<ModePrint> {};
 
