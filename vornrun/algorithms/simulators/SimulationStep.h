@@ -22,6 +22,8 @@ class SimulationStep {
     virtual void apply(EDANetwork* network) const = 0;
     /// The delay of the step in model time.
     virtual Time time() const = 0;
+    /// Whether the step is one that counts in the time of a trace.
+    virtual bool letsTimePass() const { return false; }
     virtual std::ostream& print(std::ostream& stream) const = 0;
 };
 
@@ -50,6 +52,7 @@ class TimeSimulationStep : public virtual SimulationStep {
     /// A delay that is not above 0 does nothing.
     void apply(EDANetwork* network) const override;
     Time time() const override { return mDelay; }
+    bool letsTimePass() const override { return true; }
     std::ostream& print(std::ostream& stream) const override;
 
   private:
