@@ -34,8 +34,8 @@ class DiscreteSimulationStep : public virtual SimulationStep {
     /// \param transitions those fired together; not empty
     explicit DiscreteSimulationStep(QualifiedTransitions transitions);
     const QualifiedTransitions& transitions() const noexcept { return mTransitions; }
-    /// The local name of the first transition's trigger.
-    const std::string& event() const noexcept { return mEvent; }
+    /// The local name of the first transition's trigger, which owns it.
+    const std::string& event() const { return mTransitions.front().second->trigger()->identifier(); }
     void apply(EDANetwork* network) const override;
     Time time() const override { return 0.0; }
     /// Shows only the first of the transitions fired together.
@@ -43,7 +43,6 @@ class DiscreteSimulationStep : public virtual SimulationStep {
 
   private:
     QualifiedTransitions mTransitions;
-    std::string mEvent;
 };
 
 class TimeSimulationStep : public virtual SimulationStep {
