@@ -250,7 +250,9 @@ void EDA::increaseTime(Time delay) {
 
 void EDA::takeTimedTransition(Time delay) {
     if (delay == 0.0) return;
-    increaseTime(delay);
+    // Where nothing evolves, the passage of time leaves no more than a record.
+    const bool evolving = !mPlans[mCurrentMode->index()].clocks.empty() || !mCurrentMode->trajectories().empty();
+    if (evolving || sLogger.isOn(LogLevel::Trace)) increaseTime(delay);
     for (const VornLinearExpression* expression : mTimedExpressions) expression->offsetCache(delay);
 }
 

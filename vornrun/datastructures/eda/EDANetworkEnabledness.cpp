@@ -87,6 +87,8 @@ bool EDANetwork::hasListener(const RealisedEventPort* port) const {
     return std::any_of(targets.begin(), targets.end(), [](const EC::Target& target) { return !target.passive; });
 }
 
+bool EDANetwork::canBeHeard(const RealisedEventPort* port) const { return port->nonblocking() || hasListener(port); }
+
 /// One automaton other than the initiator has to be able to react, reached without a passive connection. Whether it is
 /// active is not asked: the activity of the connection decides.
 bool EDANetwork::hasAblePartner(const EDA* initiator, const RealisedEventPort* port) const {
@@ -102,13 +104,12 @@ bool EDANetwork::isActive(const QualifiedEvent& event) const {
     if (!eda->active()) return false;
     const auto* transitions = ofCurrentMode(*eda, mEventConnections->transitionsOf(event));
     if (transitions == nullptr || transitions->empty()) return false;
-    return port->nonblocking() || hasListener(port);
+    return canBeHeard(port);
 }
 
 bool EDANetwork::isActive(const QualifiedTransition& transition) const {
     const auto& [eda, taken] = transition;
-    return eda->active() && taken->source() == eda->currentMode() &&
-           (taken->trigger()->nonblocking() || hasListener(taken->trigger()));
+    return eda->active() && taken->source() == eda->currentMode() && canBeHeard(taken->trigger());
 }
 
 bool EDANetwork::isEnabled(const QualifiedEvent& event) const {
@@ -143,8 +144,11 @@ const QualifiedTransitions& EDANetwork::currentActiveTransitions() const {
     // Whether a transition is active depends on modes and activity alone.
     if (mActiveTransitionsAt != mChanges.configuration) {
         mActiveTransitions.clear();
-        for (const QualifiedTransition& transition : mEventConnections->getSourceTransitions())
-            if (isActive(transition)) mActiveTransitions.push_back(transition);
+        for (EDA* eda : mEdaPointers) {
+            if (!eda->active()) continue;
+            for (const TransitionPtr transition : mSourcesInMode[eda->index()][eda->currentMode()->index()])
+                if (canBeHeard(transition->trigger())) mActiveTransitions.emplace_back(eda, transition);
+        }
         mActiveTransitionsAt = mChanges.configuration;
     }
     return mActiveTransitions;
