@@ -128,7 +128,7 @@ class EDANetwork {
     std::string listEnabled(const ConnectionAsTransitions& enabled) const;
     TimeInterval partnersRemainValidFor(const EDA* initiator, const RealisedEventPort* port) const;
 
-    static const Log sLogger;    // "root.eda.network"
+    static const Log sLogger;  // "root.eda.network"
     ValuationPtr mValuation;
     EDAChanges mChanges;
     std::vector<std::unique_ptr<EDA>> mEdas;

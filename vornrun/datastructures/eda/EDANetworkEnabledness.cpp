@@ -14,9 +14,8 @@ namespace {
 
 bool someTakeable(EDA& eda, const std::vector<TransitionPtr>* transitions) {
     return transitions != nullptr &&
-           std::any_of(transitions->begin(), transitions->end(), [&eda](TransitionPtr transition) {
-               return eda.canLocallyTakeEventTransition(transition);
-           });
+           std::any_of(transitions->begin(), transitions->end(),
+                       [&eda](TransitionPtr transition) { return eda.canLocallyTakeEventTransition(transition); });
 }
 
 /// The automaton's transitions on an event's port out of its current mode; null for none.
@@ -194,9 +193,9 @@ void EDANetwork::collectEnabledTransitions(const QualifiedTransition& transition
     if (takeable) collectListeners(eda, taken->trigger(), collector);
     collector.finish();
     if (takeable)
-        VORNRUN_LOG(sLogger, Trace,
-                    "Enabled transitions for trans " << static_cast<const Realisation&>(*taken) << ":"
-                                                     << listEnabled(result));
+        VORNRUN_LOG(
+            sLogger, Trace,
+            "Enabled transitions for trans " << static_cast<const Realisation&>(*taken) << ":" << listEnabled(result));
 }
 
 void EDANetwork::collectEnabledTransitions(const QualifiedEvent& event, ConnectionAsTransitions& result) const {
@@ -206,9 +205,9 @@ void EDANetwork::collectEnabledTransitions(const QualifiedEvent& event, Connecti
     if (takeable) collectListeners(eda, port, collector);
     collector.finish();
     if (takeable)
-        VORNRUN_LOG(sLogger, Trace,
-                    "Enabled transitions for trigger " << static_cast<const Realisation&>(*port) << ":"
-                                                       << listEnabled(result));
+        VORNRUN_LOG(
+            sLogger, Trace,
+            "Enabled transitions for trigger " << static_cast<const Realisation&>(*port) << ":" << listEnabled(result));
 }
 
 ConnectionAsTransitions EDANetwork::enabledTransitions(const QualifiedTransition& transition) const {
@@ -239,9 +238,9 @@ bool EDANetwork::canTakeEventTransition(const QualifiedTransitions& transitions)
     VORNRUN_LOG(sLogger, Debug, "Checking if event transition can be taken...");
     for (const auto& [eda, transition] : transitions) {
         if (transition->guardHolds()) continue;
-        VORNRUN_LOG(sLogger, Debug,
-                    "Cannot take given event transition. Guard disabled for "
-                        << static_cast<const Realisation&>(*transition));
+        VORNRUN_LOG(
+            sLogger, Debug,
+            "Cannot take given event transition. Guard disabled for " << static_cast<const Realisation&>(*transition));
         return false;
     }
     pushState();
