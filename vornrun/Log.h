@@ -39,17 +39,17 @@ class Log {
 
     const char* mName;
     std::atomic<int> mThreshold;
-    Log* mNext;    // all loggers stand in one list, so that refreshLevels() finds them
+    Log* mNext;  // all loggers stand in one list, so that refreshLevels() finds them
 };
 
 }  // namespace vornrun
 
 /// Builds and sends a record only when its level is on; `text` is a chain of stream insertions.
-#define VORNRUN_LOG(log, level, text)                                       \
-    do {                                                                    \
-        if ((log).isOn(::vornrun::LogLevel::level)) {                       \
-            std::ostringstream vornrunLogText;                              \
-            vornrunLogText << text;                                         \
+#define VORNRUN_LOG(log, level, text)                                      \
+    do {                                                                   \
+        if ((log).isOn(::vornrun::LogLevel::level)) {                      \
+            std::ostringstream vornrunLogText;                             \
+            vornrunLogText << text;                                        \
             (log).write(::vornrun::LogLevel::level, vornrunLogText.str()); \
-        }                                                                   \
+        }                                                                  \
     } while (false)

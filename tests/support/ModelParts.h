@@ -15,7 +15,15 @@ namespace vornrun::test {
 
 /// The numbers of the file, in another order than those of VornComponentCategory.
 enum class Category : unsigned int {
-    process = 0, threadGroup = 1, thread = 2, data = 3, processor = 4, memory = 5, device = 6, bus = 7, system = 8
+    process = 0,
+    threadGroup = 1,
+    thread = 2,
+    data = 3,
+    processor = 4,
+    memory = 5,
+    device = 6,
+    bus = 7,
+    system = 8
 };
 /// The numbers of the file, in another order than those of VornModeType.
 enum class ModeKind : unsigned int { Initial = 0, Activation = 1, Error = 2, Plain = 3 };
@@ -25,13 +33,27 @@ struct Condition {
     Expr plain;
     std::optional<Clauses> clauses;
 };
-struct When { Condition condition; };
-struct Invariant { Condition condition; };
-struct On { std::string trigger; };
-struct Set { Expr left, right; };
-struct Rate { Expr left, right; };
-struct InModes { std::vector<std::string> names; };
-struct Binding { std::string list, target; };
+struct When {
+    Condition condition;
+};
+struct Invariant {
+    Condition condition;
+};
+struct On {
+    std::string trigger;
+};
+struct Set {
+    Expr left, right;
+};
+struct Rate {
+    Expr left, right;
+};
+struct InModes {
+    std::vector<std::string> names;
+};
+struct Binding {
+    std::string list, target;
+};
 enum class Flag { Observable, Alarm, Nonblocking, Passive };
 
 /// The guard of a transition.
@@ -99,6 +121,6 @@ Draft draftOf(const Parts&... parts) {
 
 /// A part is of one of these kinds, or markup spliced in as a child of the element.
 template <class Part, class... Kinds>
-concept PartOf = std::same_as<Part, Xml> || (std::convertible_to<Part, Kinds> || ...);
+concept PartOf = std::same_as<Part, Xml> ||(std::convertible_to<Part, Kinds> || ...);
 
 }  // namespace vornrun::test

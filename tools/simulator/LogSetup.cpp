@@ -2,6 +2,7 @@
 
 #include <log4cplus/configurator.h>
 #include <log4cplus/logger.h>
+#include <log4cplus/loglevel.h>
 
 #include <boost/filesystem/operations.hpp>
 #include <fstream>
@@ -29,6 +30,10 @@ void setupLogging(std::string configFile) {
         stream.clear();
         log4cplus::PropertyConfigurator(stream, log4cplus::Logger::getDefaultHierarchy()).configure();
     }
+    // A level that is no word of the library's leaves the root without any, and the library then throws wherever it is
+    // asked for one. The fault has been reported; the root keeps the level that the library starts with.
+    log4cplus::Logger root = log4cplus::Logger::getRoot();
+    if (root.getLogLevel() == log4cplus::NOT_SET_LOG_LEVEL) root.setLogLevel(log4cplus::DEBUG_LOG_LEVEL);
     vornrun::Log::refreshLevels();
 }
 

@@ -31,7 +31,7 @@ class AbstractVornXmlParser {
     explicit AbstractVornXmlParser(XmlContext& context);
     AbstractVornXmlParser(const AbstractVornXmlParser&) = delete;
     AbstractVornXmlParser& operator=(const AbstractVornXmlParser&) = delete;
-    virtual ~AbstractVornXmlParser();    // gives the library back after the names that it transcoded
+    virtual ~AbstractVornXmlParser();  // gives the library back after the names that it transcoded
 
   protected:
     using Elements = std::vector<const xercesc::DOMElement*>;
@@ -76,10 +76,10 @@ class AbstractVornXmlParser {
     bool xercesInitialized() const noexcept { return mXercesInitialized; }
     XmlContext& context() const noexcept { return mContext; }
 
-    static const Log sLogger;    // "root.vornxml", shared by all parsers
+    static const Log sLogger;  // "root.vornxml", shared by all parsers
 
   private:
-    struct AttributeNames;    // "key", "type", "objid" and "objref", transcoded
+    struct AttributeNames;  // "key", "type", "objid" and "objref", transcoded
 
     bool mXercesInitialized;
     std::unique_ptr<VornXmlTags> mTags;

@@ -24,7 +24,7 @@ OperatorType parsedIntToOperatorType(int number);
 class VornXmlParser::ExpressionParser final : public parser::AbstractVornXmlParser {
   public:
     explicit ExpressionParser(parser::XmlContext& context);
-    ~ExpressionParser() override;    // the class of the names is incomplete here
+    ~ExpressionParser() override;  // the class of the names is incomplete here
 
     /// The tree of an expression element, or null when an operand in it failed.
     /// \throws VornXmlCorruptedVornException "Expression is nested too deeply" when the stack does not suffice
@@ -41,7 +41,7 @@ class VornXmlParser::ExpressionParser final : public parser::AbstractVornXmlPars
     VornDataTypeTag getDataTypeForExpressionLeaves(const xercesc::DOMElement* element) const;
 
   private:
-    struct TypeNames;    // the texts of the attribute "type", transcoded
+    struct TypeNames;  // the texts of the attribute "type", transcoded
 
     VornExpressionTree* parseBinaryExpression(const xercesc::DOMElement* element) const;
     VornExpressionTree* parseUnaryExpression(const xercesc::DOMElement* element) const;

@@ -5,9 +5,9 @@
 
 namespace vornrun {
 
-/// True when the calling thread has used more than half of its stack, counting at most 8 MiB of it. The rest leaves
-/// room for later walks over the same structure (cloning, evaluation, destruction), whose frames are smaller than
-/// the parser's.
+/// True when the calling thread has used more than half of its stack, counting no more of it than 8 MiB, nor than a
+/// new thread would have. The rest leaves room for later walks over the same structure on any thread (cloning,
+/// evaluation, destruction), whose frames are smaller than the parser's.
 bool stackNearlyExhausted();
 
 }  // namespace vornrun

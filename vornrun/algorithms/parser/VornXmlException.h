@@ -24,7 +24,7 @@ class VornXmlException : public std::exception {
     std::string mDescription;
     unsigned int mLine;
     bool mHasLine;
-    mutable std::string mWhat;    // filled by what(), which must return storage that outlives the call
+    mutable std::string mWhat;  // filled by what(), which must return storage that outlives the call
 };
 
 namespace parser {

@@ -24,7 +24,7 @@ class VornXmlParser final : public parser::AbstractVornXmlParser {
 
     /// \throws parser::VornXmlParserException "Failure initializing xerces"
     explicit VornXmlParser(parser::XmlContext& context);
-    ~VornXmlParser() override;    // the classes of the members are incomplete here
+    ~VornXmlParser() override;  // the classes of the members are incomplete here
 
     /// The model of the file; the caller owns it. Nothing but the file itself is read.
     /// \throws VornXmlException for a fault of the file
@@ -35,7 +35,7 @@ class VornXmlParser final : public parser::AbstractVornXmlParser {
     std::vector<CSLFormula*> parseProperties(const std::string& file);
 
   private:
-    class DocumentReader;    // the DOM parser with its error handler and its bounds
+    class DocumentReader;  // the DOM parser with its error handler and its bounds
 
     void expectRoot(const xercesc::DOMElement* root, const XMLCh* tag, bool local) const;
     VornSpecification* buildModel(const xercesc::DOMElement* root);

@@ -56,7 +56,7 @@ class PropertySimulator {
     unsigned int stepBound = 10000;
     bool allowDeadlock = true;
     bool ignoreBoundError = false;
-    unsigned long seed = 0;    // 0: seeds from the random device
+    unsigned long seed = 0;  // 0: seeds from the random device
 
   private:
     void executeSimulation(const CSLFormula* formula, SimulationGenerator* generator);
@@ -67,14 +67,14 @@ class PropertySimulator {
     /// Counts one sweep if every worker has a result waiting. \return whether the worker shall stop
     bool checkDone(SimulationGenerator* generator);
 
-    static const Log sLogger;    // "root.propsim"
+    static const Log sLogger;  // "root.propsim"
     const VornComponentImplementation* mComponent;
     std::unique_ptr<SimulationStrategy> mStrategy;
     unsigned int mThreadCount;
-    std::vector<std::list<bool>> mResults;    // per worker, waiting to be counted; guarded by mMutex
-    std::mutex mMutex;                        // also guards all calls of the generator
+    std::vector<std::list<bool>> mResults;  // per worker, waiting to be counted; guarded by mMutex
+    std::mutex mMutex;                      // also guards all calls of the generator
     std::atomic<bool> mAborted = false;
-    std::exception_ptr mException;            // of the failing worker; guarded by mMutex, stored before mAborted
+    std::exception_ptr mException;  // of the failing worker; guarded by mMutex, stored before mAborted
 };
 
 }  // namespace vornrun

@@ -8,19 +8,12 @@
 
 namespace vornrun {
 
-namespace {
-
-const std::string& eventOf(const QualifiedTransitions& transitions) {
-    if (transitions.empty()) throw std::invalid_argument("A discrete step needs at least one transition");
-    return transitions.front().second->trigger()->identifier();
-}
-
-}  // namespace
-
 std::ostream& operator<<(std::ostream& stream, const SimulationStep& step) { return step.print(stream); }
 
 DiscreteSimulationStep::DiscreteSimulationStep(QualifiedTransitions transitions)
-    : mTransitions(std::move(transitions)), mEvent(eventOf(mTransitions)) {}
+    : mTransitions(std::move(transitions)) {
+    if (mTransitions.empty()) throw std::invalid_argument("A discrete step needs at least one transition");
+}
 
 void DiscreteSimulationStep::apply(EDANetwork* network) const { network->takeEventTransition(mTransitions); }
 

@@ -22,6 +22,8 @@ class SimulationStep {
     virtual void apply(EDANetwork* network) const = 0;
     /// The delay of the step in model time.
     virtual Time time() const = 0;
+    /// Whether the step is one that counts in the time of a trace.
+    virtual bool letsTimePass() const { return false; }
     virtual std::ostream& print(std::ostream& stream) const = 0;
 };
 
@@ -32,8 +34,8 @@ class DiscreteSimulationStep : public virtual SimulationStep {
     /// \param transitions those fired together; not empty
     explicit DiscreteSimulationStep(QualifiedTransitions transitions);
     const QualifiedTransitions& transitions() const noexcept { return mTransitions; }
-    /// The local name of the first transition's trigger.
-    const std::string& event() const noexcept { return mEvent; }
+    /// The local name of the first transition's trigger, which owns it.
+    const std::string& event() const { return mTransitions.front().second->trigger()->identifier(); }
     void apply(EDANetwork* network) const override;
     Time time() const override { return 0.0; }
     /// Shows only the first of the transitions fired together.
@@ -41,7 +43,6 @@ class DiscreteSimulationStep : public virtual SimulationStep {
 
   private:
     QualifiedTransitions mTransitions;
-    std::string mEvent;
 };
 
 class TimeSimulationStep : public virtual SimulationStep {
@@ -50,6 +51,7 @@ class TimeSimulationStep : public virtual SimulationStep {
     /// A delay that is not above 0 does nothing.
     void apply(EDANetwork* network) const override;
     Time time() const override { return mDelay; }
+    bool letsTimePass() const override { return true; }
     std::ostream& print(std::ostream& stream) const override;
 
   private:

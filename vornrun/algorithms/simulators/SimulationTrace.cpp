@@ -8,8 +8,7 @@ namespace vornrun {
 
 void SimulationTrace::addStep(SimulationStep* step) {
     std::unique_ptr<SimulationStep> owned(step);
-    // A combined step is a time step too.
-    if (dynamic_cast<const TimeSimulationStep*>(step) != nullptr) mTime += step->time();
+    if (step->letsTimePass()) mTime += step->time();
     mSteps.push_back(std::move(owned));
 }
 

@@ -24,7 +24,7 @@ class Simulator {
     Simulator(const VornComponentImplementation* component, const SimulationStrategy* strategy);
     Simulator(const Simulator&) = delete;
     Simulator& operator=(const Simulator&) = delete;
-    ~Simulator();    // the class of the realisation is incomplete for whoever includes this header
+    ~Simulator();  // the class of the realisation is incomplete for whoever includes this header
 
     /// Makes the simulator's own copy of the formula, bound to its values; the argument stays the caller's.
     /// \throws model_exception for a variable of a type that its place in the model does not have
@@ -62,7 +62,7 @@ class Simulator {
     void logState() const;
     void reportFailure(const std::string& heading) const;
 
-    static const Log sLogger;    // "root.sim"
+    static const Log sLogger;  // "root.sim"
     const VornComponentImplementation* mComponent;
     // Members die from the last to the first: strategy, network, realisation, property, trace, valuation.
     ValuationPtr mValuation;

@@ -29,7 +29,7 @@ class VariableSubstitutionExpressionVisitor final : public ExpressionTreeVisitor
     std::vector<RealisedVariable*> getReferences() const { return mReferences; }
 
   private:
-    static const Log sLogger;    // "root.constructors.subst"
+    static const Log sLogger;  // "root.constructors.subst"
     const VariablesToValueReferences* mOwner;
     std::vector<RealisedVariable*> mReferences;
 };

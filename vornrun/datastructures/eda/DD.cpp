@@ -32,12 +32,12 @@ constexpr unsigned int LEVEL_LIMIT = 128;
 struct DD::EDAFlow {
     EDA* eda;
     const RealisedFlow* flow;
-    std::vector<EDAFlow*> dependencies;    // the flows that write a value that this one reads
-    std::vector<EDAFlow*> dependents;      // the flows that read the value that this one writes
+    std::vector<EDAFlow*> dependencies;  // the flows that write a value that this one reads
+    std::vector<EDAFlow*> dependents;    // the flows that read the value that this one writes
     bool active = true;
     bool activeInAllModes;
-    std::vector<bool> activeInMode;    // by RealisedMode::index()
-    std::size_t number = 0;            // position before the sort: the order of automata and declaration
+    std::vector<bool> activeInMode;  // by RealisedMode::index()
+    std::size_t number = 0;          // position before the sort: the order of automata and declaration
     unsigned int level = 0;
 };
 
@@ -88,7 +88,7 @@ void DD::sortByLevel() {
     for (const auto& flow : mFlows)
         if (flow->dependents.empty()) current.push_back(flow.get());
     std::vector<bool> hasLevel(mFlows.size());
-    std::vector<unsigned int> addedAt(mFlows.size());    // level + 1 at which a flow was last put on the next list
+    std::vector<unsigned int> addedAt(mFlows.size());  // level + 1 at which a flow was last put on the next list
     for (unsigned int level = 0; !current.empty(); ++level) {
         std::vector<EDAFlow*> next;
         for (EDAFlow* flow : current) {
@@ -111,15 +111,13 @@ void DD::sortByLevel() {
                             "    " << static_cast<const Realisation&>(*flow->flow) << " :: " << flow->level);
     }
     // Flows of one level keep the order of automata and declaration.
-    std::stable_sort(mFlows.begin(), mFlows.end(),
-                     [](const auto& a, const auto& b) { return a->level > b->level; });
+    std::stable_sort(mFlows.begin(), mFlows.end(), [](const auto& a, const auto& b) { return a->level > b->level; });
     VORNRUN_LOG(sLogger, Debug, "DD: Flow evaluation order:");
     for (const auto& flow : mFlows) VORNRUN_LOG(sLogger, Debug, "    " << static_cast<const Realisation&>(*flow->flow));
 }
 
 void DD::refresh(EDAFlow& flow) {
-    flow.active =
-        flow.eda->active() && (flow.activeInAllModes || flow.activeInMode[flow.eda->currentMode()->index()]);
+    flow.active = flow.eda->active() && (flow.activeInAllModes || flow.activeInMode[flow.eda->currentMode()->index()]);
 }
 
 void DD::collectActive() {

@@ -20,7 +20,7 @@ class DD {
     explicit DD(const EDANetwork* network);
     DD(const DD&) = delete;
     DD& operator=(const DD&) = delete;
-    ~DD();    // the class of the flows is incomplete here
+    ~DD();  // the class of the flows is incomplete here
 
     /// Refreshes the on/off flags of all flows.
     void updateTopology();
@@ -43,10 +43,10 @@ class DD {
     void refresh(EDAFlow& flow);
     void collectActive();
 
-    static const Log sLogger;    // "root.eda.network.dd"
-    std::vector<std::unique_ptr<EDAFlow>> mFlows;        // in evaluation order once built
-    std::vector<std::vector<EDAFlow*>> mFlowsOfEDA;      // by EDA::index()
-    std::vector<const EDAFlow*> mActive;                 // the flows that are on, in evaluation order
+    static const Log sLogger;                        // "root.eda.network.dd"
+    std::vector<std::unique_ptr<EDAFlow>> mFlows;    // in evaluation order once built
+    std::vector<std::vector<EDAFlow*>> mFlowsOfEDA;  // by EDA::index()
+    std::vector<const EDAFlow*> mActive;             // the flows that are on, in evaluation order
 };
 
 }  // namespace vornrun

@@ -15,11 +15,11 @@ const Log EC::sLogger("root.eda.network.ec");
 /// A connection, or the implicit edge (without owner and connection) between a subcomponent's port and a parent that
 /// uses that port directly.
 struct EC::Edge {
-    EDA* owner;                              // the automaton in whose component the connection is declared
+    EDA* owner;  // the automaton in whose component the connection is declared
     const RealisedConnection* connection;
     ConnPath* from;
     ConnPath* to;
-    std::vector<bool> inMode;    // by RealisedMode::index() of the owner: whether the connection exists
+    std::vector<bool> inMode;  // by RealisedMode::index() of the owner: whether the connection exists
     bool active = true;
 };
 
@@ -28,13 +28,13 @@ struct EC::ConnPath {
     EDA* eda;
     const RealisedEventPort* port;
     const PortTransitions* transitions;
-    std::vector<std::unique_ptr<Edge>> edges;    // the implicit one first, then by owner and declaration
-    std::vector<ConnPath*> upstream;             // the nodes with an edge to this one
+    std::vector<std::unique_ptr<Edge>> edges;  // the implicit one first, then by owner and declaration
+    std::vector<ConnPath*> upstream;           // the nodes with an edge to this one
     // What getTargets() gives from here; computed on demand, dropped when an edge behind this node switches.
     mutable std::vector<Target> targets;
     mutable bool targetsKnown = false;
-    mutable bool onWalk = false;    // between the start of the present walk and where it has come
-    unsigned long visit = 0;        // the last invalidateUpstream() that came by
+    mutable bool onWalk = false;  // between the start of the present walk and where it has come
+    unsigned long visit = 0;      // the last invalidateUpstream() that came by
 };
 
 /// Builds the graph; its maps are not needed afterwards.
@@ -211,8 +211,7 @@ const EC::ConnPath* EC::sourceOf(const RealisedEventPort* port) const {
 
 const std::vector<EC::Target>& EC::targets(const RealisedEventPort* port) const {
     const ConnPath* node = sourceOf(port);
-    if (node == nullptr)
-        throw model_exception("The event port " + port->fullIdentifier() + " cannot raise an event");
+    if (node == nullptr) throw model_exception("The event port " + port->fullIdentifier() + " cannot raise an event");
     if (!node->targetsKnown) {
         node->targets.clear();
         walk(*node, node->targets);

@@ -21,8 +21,8 @@ class EC {
     struct Target {
         EDA* eda;
         const RealisedEventPort* port;
-        bool passive;                         // the way to it passed a passive connection
-        const PortTransitions* transitions;    // of the automaton on the port; null when none listens
+        bool passive;                        // the way to it passed a passive connection
+        const PortTransitions* transitions;  // of the automaton on the port; null when none listens
 
         /// The automaton's transitions on the port out of its current mode; null for none at all.
         const std::vector<TransitionPtr>* ofCurrentMode() const {
@@ -34,7 +34,7 @@ class EC {
     explicit EC(const EDANetwork* network);
     EC(const EC&) = delete;
     EC& operator=(const EC&) = delete;
-    virtual ~EC();    // the class of the nodes is incomplete here
+    virtual ~EC();  // the class of the nodes is incomplete here
 
     /// Recomputes the activity of all edges.
     void updateTopology();
@@ -77,13 +77,13 @@ class EC {
     void enter(const ConnPath& node, bool passive, std::vector<Target>& result) const;
     const ConnPath* sourceOf(const RealisedEventPort* port) const;
 
-    static const Log sLogger;    // "root.eda.network.ec"
-    std::vector<std::unique_ptr<ConnPath>> mPaths;    // in creation order
-    std::vector<ConnPath*> mSources;                  // by port id; null for a port that raises nothing
-    std::vector<std::vector<Edge*>> mEdgesOfEDA;      // by EDA::index(): the edges whose activity depends on it
-    std::vector<ConnPath*> mPending;                  // work list of invalidateUpstream()
-    unsigned long mVisit = 0;                         // number of the present invalidateUpstream()
-    mutable std::vector<Step> mWalk;                  // work list of walk()
+    static const Log sLogger;                       // "root.eda.network.ec"
+    std::vector<std::unique_ptr<ConnPath>> mPaths;  // in creation order
+    std::vector<ConnPath*> mSources;                // by port id; null for a port that raises nothing
+    std::vector<std::vector<Edge*>> mEdgesOfEDA;    // by EDA::index(): the edges whose activity depends on it
+    std::vector<ConnPath*> mPending;                // work list of invalidateUpstream()
+    unsigned long mVisit = 0;                       // number of the present invalidateUpstream()
+    mutable std::vector<Step> mWalk;                // work list of walk()
     std::vector<QualifiedEvent> mTriggers;
     QualifiedTransitions mSourceTransitions;
 };

@@ -67,7 +67,8 @@ EDA::EDA(const VornComponentRealisation* component, ValuationPtr valuation)
             mModeReference = component->valueRef(data.get());
     for (const auto& [part, slot] : component->valueTrajectories()) mRateSlots.emplace_back(part->type(), slot);
     for (const auto& mode : modes)
-        if (mode->invariant() != nullptr && !mode->invariant()->isSimple()) mTimedExpressions.push_back(mode->invariant());
+        if (mode->invariant() != nullptr && !mode->invariant()->isSimple())
+            mTimedExpressions.push_back(mode->invariant());
     for (const auto& transition : component->transitions())
         if (transition->guard() != nullptr && !transition->guard()->isSimple())
             mTimedExpressions.push_back(transition->guard());
@@ -81,11 +82,10 @@ void EDA::planModes() {
     for (std::size_t i = 0; i < modes.size(); ++i) {
         for (const RealisedDataSubcomponent* data : mComponent->activeData(modes[i].get()))
             if (data->data()->isClock()) mPlans[i].clocks.emplace_back(data, mComponent->valueRef(data));
-        mPlans[i].connectionClass = classOf(i, [&](std::size_t k) -> decltype(auto) {
-            return mComponent->activeConnections(modes[k].get());
-        });
-        mPlans[i].flowClass = classOf(
-            i, [&](std::size_t k) -> decltype(auto) { return mComponent->activeFlows(modes[k].get()); });
+        mPlans[i].connectionClass =
+            classOf(i, [&](std::size_t k) -> decltype(auto) { return mComponent->activeConnections(modes[k].get()); });
+        mPlans[i].flowClass =
+            classOf(i, [&](std::size_t k) -> decltype(auto) { return mComponent->activeFlows(modes[k].get()); });
     }
 }
 
@@ -250,7 +250,9 @@ void EDA::increaseTime(Time delay) {
 
 void EDA::takeTimedTransition(Time delay) {
     if (delay == 0.0) return;
-    increaseTime(delay);
+    // Where nothing evolves, the passage of time leaves no more than a record.
+    const bool evolving = !mPlans[mCurrentMode->index()].clocks.empty() || !mCurrentMode->trajectories().empty();
+    if (evolving || sLogger.isOn(LogLevel::Trace)) increaseTime(delay);
     for (const VornLinearExpression* expression : mTimedExpressions) expression->offsetCache(delay);
 }
 

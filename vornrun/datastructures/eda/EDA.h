@@ -40,9 +40,9 @@ class EDA {
     /// What a step has made stale, as a set of bits.
     enum TopologyEffect : unsigned int {
         NoEffect = 0,
-        DataEffect = 1,         // data flows, or values that they read
-        EventEffect = 2,        // the set of active event connections
-        ActivationEffect = 4    // an automaton was activated or deactivated
+        DataEffect = 1,       // data flows, or values that they read
+        EventEffect = 2,      // the set of active event connections
+        ActivationEffect = 4  // an automaton was activated or deactivated
     };
     /// Mode, active, reactivating: the whole state beside the values.
     using State = std::tuple<const RealisedMode*, bool, bool>;
@@ -119,9 +119,9 @@ class EDA {
   private:
     /// What entering or leaving a mode needs at hand.
     struct ModePlan {
-        std::vector<std::pair<const RealisedDataSubcomponent*, ValueRef>> clocks;    // advancing in this mode
-        std::size_t connectionClass = 0;    // equal for modes with equal lists of active connections
-        std::size_t flowClass = 0;          // equal for modes with equal lists of active flows
+        std::vector<std::pair<const RealisedDataSubcomponent*, ValueRef>> clocks;  // advancing in this mode
+        std::size_t connectionClass = 0;  // equal for modes with equal lists of active connections
+        std::size_t flowClass = 0;        // equal for modes with equal lists of active flows
     };
 
     void planModes();
@@ -133,22 +133,22 @@ class EDA {
     void setReactivating(bool reactivating);
     void noteChange();
 
-    static const Log sLogger;    // "root.eda.comp"
+    static const Log sLogger;  // "root.eda.comp"
 
     const VornComponentRealisation* mComponent;
     std::vector<EDA*> mSubcomponentEDAs;
     const RealisedMode* mInitialMode;
     ValuationPtr mValuation;
     const RealisedMode* mCurrentMode;
-    ValueRef mModeReference;    // the slot that mirrors the current mode; 0 for none
+    ValueRef mModeReference;  // the slot that mirrors the current mode; 0 for none
     bool mActive;
     bool mReactivating;
 
     unsigned int mIndex;
     EDAChanges* mChanges;
-    std::vector<ModePlan> mPlans;                                   // by RealisedMode::index()
-    std::vector<TypedValueRef> mRateSlots;                          // of all data and data ports
-    std::vector<const VornLinearExpression*> mTimedExpressions;    // invariants and guards that store results
+    std::vector<ModePlan> mPlans;                                // by RealisedMode::index()
+    std::vector<TypedValueRef> mRateSlots;                       // of all data and data ports
+    std::vector<const VornLinearExpression*> mTimedExpressions;  // invariants and guards that store results
 
   public:
     // Marks of membership in the lists of EDAChanges, kept here so that noting a change costs no search.

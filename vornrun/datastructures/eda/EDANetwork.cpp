@@ -20,6 +20,7 @@ EDANetwork::EDANetwork(VornComponentRealisation* root, ValuationPtr valuation)
     storeEventNames();
     mDataDependencies = std::make_unique<DD>(this);
     mEventConnections = std::make_unique<EC>(this);
+    groupSourceTransitions();
     logTopologyChange();
     computeActiveEDAs();
     mEventConnections->updateTopology();
@@ -58,6 +59,13 @@ void EDANetwork::storeEventNames() {
         separator = ", ";
     }
     sLogger.write(LogLevel::Debug, text.str());
+}
+
+void EDANetwork::groupSourceTransitions() {
+    mSourcesInMode.resize(mEdaPointers.size());
+    for (const EDA* eda : mEdaPointers) mSourcesInMode[eda->index()].resize(eda->component()->modes().size());
+    for (const auto& [eda, transition] : mEventConnections->getSourceTransitions())
+        mSourcesInMode[eda->index()][transition->source()->index()].push_back(transition);
 }
 
 EDA* EDANetwork::edaOfComponent(const VornComponentRealisation* component) const {

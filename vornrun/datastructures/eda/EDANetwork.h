@@ -118,15 +118,17 @@ class EDANetwork {
 
     EDA* buildEDAs(const VornComponentRealisation* component);
     void storeEventNames();
+    void groupSourceTransitions();
     void logTopologyChange() const;
     void restore(const GlobalConfigurationSnapshot& snapshot);
     bool hasListener(const RealisedEventPort* port) const;
+    bool canBeHeard(const RealisedEventPort* port) const;
     bool hasAblePartner(const EDA* initiator, const RealisedEventPort* port) const;
     void collectListeners(const EDA* initiator, const RealisedEventPort* port, Collector& collector) const;
     std::string listEnabled(const ConnectionAsTransitions& enabled) const;
     TimeInterval partnersRemainValidFor(const EDA* initiator, const RealisedEventPort* port) const;
 
-    static const Log sLogger;    // "root.eda.network"
+    static const Log sLogger;  // "root.eda.network"
     ValuationPtr mValuation;
     EDAChanges mChanges;
     std::vector<std::unique_ptr<EDA>> mEdas;
@@ -139,6 +141,8 @@ class EDANetwork {
     bool mReactivationPending;
     std::vector<std::unique_ptr<GlobalConfigurationSnapshot>> mStateStack;
     std::unique_ptr<GlobalConfigurationSnapshot> mInitialState;
+    // The source transitions by EDA::index() and, within that, by RealisedMode::index() of the mode that they leave.
+    std::vector<std::vector<std::vector<TransitionPtr>>> mSourcesInMode;
     // Filled by currentActiveTransitions() at the configuration of that number, stale at any other.
     mutable QualifiedTransitions mActiveTransitions;
     mutable unsigned long mActiveTransitionsAt = 0;

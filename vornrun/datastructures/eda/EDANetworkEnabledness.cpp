@@ -14,9 +14,8 @@ namespace {
 
 bool someTakeable(EDA& eda, const std::vector<TransitionPtr>* transitions) {
     return transitions != nullptr &&
-           std::any_of(transitions->begin(), transitions->end(), [&eda](TransitionPtr transition) {
-               return eda.canLocallyTakeEventTransition(transition);
-           });
+           std::any_of(transitions->begin(), transitions->end(),
+                       [&eda](TransitionPtr transition) { return eda.canLocallyTakeEventTransition(transition); });
 }
 
 /// The automaton's transitions on an event's port out of its current mode; null for none.
@@ -87,6 +86,8 @@ bool EDANetwork::hasListener(const RealisedEventPort* port) const {
     return std::any_of(targets.begin(), targets.end(), [](const EC::Target& target) { return !target.passive; });
 }
 
+bool EDANetwork::canBeHeard(const RealisedEventPort* port) const { return port->nonblocking() || hasListener(port); }
+
 /// One automaton other than the initiator has to be able to react, reached without a passive connection. Whether it is
 /// active is not asked: the activity of the connection decides.
 bool EDANetwork::hasAblePartner(const EDA* initiator, const RealisedEventPort* port) const {
@@ -102,13 +103,12 @@ bool EDANetwork::isActive(const QualifiedEvent& event) const {
     if (!eda->active()) return false;
     const auto* transitions = ofCurrentMode(*eda, mEventConnections->transitionsOf(event));
     if (transitions == nullptr || transitions->empty()) return false;
-    return port->nonblocking() || hasListener(port);
+    return canBeHeard(port);
 }
 
 bool EDANetwork::isActive(const QualifiedTransition& transition) const {
     const auto& [eda, taken] = transition;
-    return eda->active() && taken->source() == eda->currentMode() &&
-           (taken->trigger()->nonblocking() || hasListener(taken->trigger()));
+    return eda->active() && taken->source() == eda->currentMode() && canBeHeard(taken->trigger());
 }
 
 bool EDANetwork::isEnabled(const QualifiedEvent& event) const {
@@ -143,8 +143,11 @@ const QualifiedTransitions& EDANetwork::currentActiveTransitions() const {
     // Whether a transition is active depends on modes and activity alone.
     if (mActiveTransitionsAt != mChanges.configuration) {
         mActiveTransitions.clear();
-        for (const QualifiedTransition& transition : mEventConnections->getSourceTransitions())
-            if (isActive(transition)) mActiveTransitions.push_back(transition);
+        for (EDA* eda : mEdaPointers) {
+            if (!eda->active()) continue;
+            for (const TransitionPtr transition : mSourcesInMode[eda->index()][eda->currentMode()->index()])
+                if (canBeHeard(transition->trigger())) mActiveTransitions.emplace_back(eda, transition);
+        }
         mActiveTransitionsAt = mChanges.configuration;
     }
     return mActiveTransitions;
@@ -190,9 +193,9 @@ void EDANetwork::collectEnabledTransitions(const QualifiedTransition& transition
     if (takeable) collectListeners(eda, taken->trigger(), collector);
     collector.finish();
     if (takeable)
-        VORNRUN_LOG(sLogger, Trace,
-                    "Enabled transitions for trans " << static_cast<const Realisation&>(*taken) << ":"
-                                                     << listEnabled(result));
+        VORNRUN_LOG(
+            sLogger, Trace,
+            "Enabled transitions for trans " << static_cast<const Realisation&>(*taken) << ":" << listEnabled(result));
 }
 
 void EDANetwork::collectEnabledTransitions(const QualifiedEvent& event, ConnectionAsTransitions& result) const {
@@ -202,9 +205,9 @@ void EDANetwork::collectEnabledTransitions(const QualifiedEvent& event, Connecti
     if (takeable) collectListeners(eda, port, collector);
     collector.finish();
     if (takeable)
-        VORNRUN_LOG(sLogger, Trace,
-                    "Enabled transitions for trigger " << static_cast<const Realisation&>(*port) << ":"
-                                                       << listEnabled(result));
+        VORNRUN_LOG(
+            sLogger, Trace,
+            "Enabled transitions for trigger " << static_cast<const Realisation&>(*port) << ":" << listEnabled(result));
 }
 
 ConnectionAsTransitions EDANetwork::enabledTransitions(const QualifiedTransition& transition) const {
@@ -235,9 +238,9 @@ bool EDANetwork::canTakeEventTransition(const QualifiedTransitions& transitions)
     VORNRUN_LOG(sLogger, Debug, "Checking if event transition can be taken...");
     for (const auto& [eda, transition] : transitions) {
         if (transition->guardHolds()) continue;
-        VORNRUN_LOG(sLogger, Debug,
-                    "Cannot take given event transition. Guard disabled for "
-                        << static_cast<const Realisation&>(*transition));
+        VORNRUN_LOG(
+            sLogger, Debug,
+            "Cannot take given event transition. Guard disabled for " << static_cast<const Realisation&>(*transition));
         return false;
     }
     pushState();

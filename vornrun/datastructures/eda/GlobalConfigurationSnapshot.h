@@ -19,7 +19,7 @@ class GlobalConfigurationSnapshot {
     GlobalConfigurationSnapshot(const EDAStates& edaStates, DynamicValuesContainerPermanent* values);
     GlobalConfigurationSnapshot(const GlobalConfigurationSnapshot&) = delete;
     GlobalConfigurationSnapshot& operator=(const GlobalConfigurationSnapshot&) = delete;
-    virtual ~GlobalConfigurationSnapshot();    // the class of the values is incomplete here
+    virtual ~GlobalConfigurationSnapshot();  // the class of the values is incomplete here
 
     const EDAStates& edaStates() const noexcept { return mEdaStates; }
     const DynamicValuesContainerPermanent* values() const noexcept { return mValues.get(); }

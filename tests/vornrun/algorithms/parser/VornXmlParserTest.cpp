@@ -36,7 +36,8 @@ std::string subpackage(const std::string& kind, const std::string& types, const 
 
 Texts packageNames(const std::string& text) {
     Texts names;
-    for (const auto& entry : parseModelText(text)->packages()) names.push_back(entry.first);
+    const std::unique_ptr<VornSpecification> specification = parseModelText(text);
+    for (const auto& entry : specification->packages()) names.push_back(entry.first);
     return names;
 }
 

@@ -16,16 +16,23 @@ std::unique_ptr<VornEventPort> eventPort(const std::string& name) {
     return std::unique_ptr<VornEventPort>(VornPartsConstructor::createEventPort(name, PortDirection::in, true));
 }
 
-TEST(VornPartsConstructor, GivesTheFirstPortId10AndCountsUp) {
-    // The counter is the process's own; no test before this one makes ports through it.
-    EXPECT_EQ(eventPort("a")->id(), 10u);
-    EXPECT_EQ(eventPort("b")->id(), 11u);
+// Read before any test runs: other tests of this program make ports as well.
+const unsigned int ID_AT_PROGRAM_START = VornPartsConstructor::portIdCounter;
+
+TEST(VornPartsConstructor, GivesTheFirstPortOfTheProcessId10) { EXPECT_EQ(ID_AT_PROGRAM_START, 10u); }
+
+TEST(VornPartsConstructor, CountsTheIdsOfAllKindsOfPortsUp) {
+    const unsigned int first = VornPartsConstructor::portIdCounter;
+    EXPECT_EQ(eventPort("a")->id(), first);
+    EXPECT_EQ(eventPort("b")->id(), first + 1);
     const std::unique_ptr<VornPort> error(
         VornPartsConstructor::createErrorPort("c", PortDirection::out, false, DistributionType::poisson, 0.5));
-    EXPECT_EQ(error->id(), 12u);
+    EXPECT_EQ(error->id(), first + 2);
+    const std::unique_ptr<VornPort> silent(VornPartsConstructor::createErrorPort("d", PortDirection::out, false));
+    EXPECT_EQ(silent->id(), first + 3);
     const std::unique_ptr<VornPort> data(VornPartsConstructor::createDataPort(
-        "d", PortDirection::out, VornDataTypeTag::VornBool, nullptr, PortTag::none));
-    EXPECT_EQ(data->id(), 13u);
+        "e", PortDirection::out, VornDataTypeTag::VornBool, nullptr, PortTag::none));
+    EXPECT_EQ(data->id(), first + 4);
 }
 
 TEST(VornPartsConstructor, MakesEventPortsAsTold) {

@@ -55,9 +55,13 @@ TEST(DD, AWriterIsEvaluatedBeforeItsReaderWhateverTheOrderInTheModel) {
 TEST(DD, FlowsOfDifferentModesToOneTargetAreSelectedByTheMode) {
     ModelWriter model;
     model.implementation("Root.i")
-        .data(a).data(b, 1).data(c, 2)
-        .mode("m").mode("k")
-        .flow(a, b, inModes("m")).flow(a, c, inModes("k"))
+        .data(a)
+        .data(b, 1)
+        .data(c, 2)
+        .mode("m")
+        .mode("k")
+        .flow(a, b, inModes("m"))
+        .flow(a, c, inModes("k"))
         .transition("m", "k");
     RunningModel running(model);
     EXPECT_EQ(running.value<VornInt>("main.a"), 1);
@@ -68,8 +72,10 @@ TEST(DD, FlowsOfDifferentModesToOneTargetAreSelectedByTheMode) {
 TEST(DD, TheTargetOfAFlowThatGoesOffKeepsItsValue) {
     ModelWriter model;
     model.implementation("Root.i")
-        .data(a).data(b, 1)
-        .mode("m").mode("k")
+        .data(a)
+        .data(b, 1)
+        .mode("m")
+        .mode("k")
         .flow(a, b, inModes("m"))
         .transition("m", "k", set(b, 7));
     RunningModel running(model);
@@ -84,8 +90,10 @@ TEST(DD, AFlowOfASleepingAutomatonIsOffOnceTheFlagsAreRefreshed) {
     model.implementation("Root.i")
         .data(n)
         .subcomponent("sub", "Sub.i", inModes("on"))
-        .mode("on").mode("off")
-        .transition("on", "off").transition("off", "off", set(n, n + 1));
+        .mode("on")
+        .mode("off")
+        .transition("on", "off")
+        .transition("off", "off", set(n, n + 1));
     RunningModel running(model);
     running.take("main", "on", "off");
     // This step reported no change of data, so the flag stands as it was.
@@ -102,8 +110,10 @@ TEST(DD, AFlowOfASleepingAutomatonIsOffOnceTheFlagsAreRefreshed) {
 TEST(DD, ARestoredSnapshotLeavesTheFlagsAsTheyWere) {
     ModelWriter model;
     model.implementation("Root.i")
-        .data(a).data(b, 1)
-        .mode("m").mode("k")
+        .data(a)
+        .data(b, 1)
+        .mode("m")
+        .mode("k")
         .flow(a, b, inModes("m"))
         .transition("m", "k", set(b, 2));
     RunningModel running(model);
@@ -177,16 +187,14 @@ TEST(DD, LevelsAndOrderAreLogged) {
 
 TEST(DD, TheDumpShowsFlowsInEvaluationOrderWithTheirReaders) {
     ModelWriter model;
-    model.implementation("Root.i")
-        .data(a).data(b).data(c, 5)
-        .mode("m").mode("k")
-        .flow(a, b, inModes("k")).flow(b, c);
+    model.implementation("Root.i").data(a).data(b).data(c, 5).mode("m").mode("k").flow(a, b, inModes("k")).flow(b, c);
     RunningModel running(model);
-    EXPECT_EQ(dump(running), "digraph EC {\n"
-                             " 1[label=\"b{=5:int} := c{=5:int}\" color=green];\n"
-                             " 2[label=\"a{=0:int} := b{=5:int} in modes (k)\" color=red];\n"
-                             "1->2\n"
-                             "}\n");
+    EXPECT_EQ(dump(running),
+              "digraph EC {\n"
+              " 1[label=\"b{=5:int} := c{=5:int}\" color=green];\n"
+              " 2[label=\"a{=0:int} := b{=5:int} in modes (k)\" color=red];\n"
+              "1->2\n"
+              "}\n");
 }
 
 TEST(DD, WithoutFlowsTheDumpHasOnlyItsFirstAndLastLine) {

@@ -84,7 +84,8 @@ TEST(EC, TwoTransitionsOfAParentOnOnePortShareOneNode) {
     model.implementation("Root.i")
         .subcomponent("sub", "Sub.i")
         .mode("m")
-        .transition("m", "m", on("sub.done")).transition("m", "m", on("sub.done"));
+        .transition("m", "m", on("sub.done"))
+        .transition("m", "m", on("sub.done"));
     RunningModel running(model);
     EXPECT_THAT(heardBy(running, "main.sub.done"), ElementsAre("main.sub/main.sub.done", "main/main.sub.done"));
 }
@@ -96,7 +97,8 @@ TEST(EC, OfParentAndGrandparentOnOnePortOnlyTheFirstHearsIt) {
     model.implementation("Mid.i").subcomponent("leaf", "Leaf.i").mode("m").transition("m", "m", on("leaf.e"));
     model.implementation("Root.i").subcomponent("mid", "Mid.i").mode("m").transition("m", "m", on("mid.leaf.e"));
     RunningModel running(model);
-    EXPECT_THAT(heardBy(running, "main.mid.leaf.e"), ElementsAre("main.mid.leaf/main.mid.leaf.e", "main/main.mid.leaf.e"));
+    EXPECT_THAT(heardBy(running, "main.mid.leaf.e"),
+                ElementsAre("main.mid.leaf/main.mid.leaf.e", "main/main.mid.leaf.e"));
 }
 
 TEST(EC, AConnectionWithAModeListIsOffInOtherModesAndWhatLiesBehindIsNotReached) {
@@ -119,8 +121,10 @@ TEST(EC, APassiveConnectionMarksEverythingBehindItAsPassive) {
     model.implementation("Inner.i").mode("m");
     model.implementation("B.i").subcomponent("inner", "Inner.i").mode("m").connectEvent("f", "inner.g");
     model.implementation("Root.i")
-        .subcomponent("a", "A.i").subcomponent("b", "B.i")
-        .mode("m").connectEvent("a.e", "b.f", passive);
+        .subcomponent("a", "A.i")
+        .subcomponent("b", "B.i")
+        .mode("m")
+        .connectEvent("a.e", "b.f", passive);
     RunningModel running(model);
     EXPECT_THAT(heardBy(running, "main.a.e"),
                 ElementsAre("main.a/main.a.e", "main.b/main.b.f (passive)", "main.b.inner/main.b.inner.g (passive)"));
@@ -133,8 +137,12 @@ TEST(EC, AllEdgesOfASleepingAutomatonsPortAreOff) {
     model.implementation("A.i").mode("m");
     model.implementation("B.i").mode("m");
     model.implementation("Root.i")
-        .subcomponent("a", "A.i", inModes("on")).subcomponent("b", "B.i")
-        .mode("on").mode("off").transition("on", "off").connectEvent("a.e", "b.f");
+        .subcomponent("a", "A.i", inModes("on"))
+        .subcomponent("b", "B.i")
+        .mode("on")
+        .mode("off")
+        .transition("on", "off")
+        .connectEvent("a.e", "b.f");
     RunningModel running(model);
     running.take("main", "on", "off");
     EXPECT_THAT(heardBy(running, "main.a.e"), ElementsAre("main.a/main.a.e"));
@@ -147,8 +155,12 @@ TEST(EC, ASleepingTargetIsHeardThroughAConnectionThatItsOwnerKeeps) {
     model.implementation("A.i").mode("m");
     model.implementation("B.i").mode("m");
     model.implementation("Root.i")
-        .subcomponent("a", "A.i").subcomponent("b", "B.i", inModes("on"))
-        .mode("on").mode("off").transition("on", "off").connectEvent("a.e", "b.f");
+        .subcomponent("a", "A.i")
+        .subcomponent("b", "B.i", inModes("on"))
+        .mode("on")
+        .mode("off")
+        .transition("on", "off")
+        .connectEvent("a.e", "b.f");
     RunningModel running(model);
     running.take("main", "on", "off");
     EXPECT_FALSE(running.eda("main.b").active());
@@ -164,12 +176,14 @@ TEST(EC, APortReachedOverTwoWaysStandsTwiceInTheOrderOfConnections) {
     model.implementation("C.i").mode("m");
     model.implementation("B.i").subcomponent("c", "C.i").mode("m").connectEvent("g", "c.h").connectEvent("f", "c.h");
     model.implementation("Root.i")
-        .subcomponent("a", "A.i").subcomponent("b", "B.i")
-        .mode("m").connectEvent("a.e", "b.g").connectEvent("a.e", "b.f");
+        .subcomponent("a", "A.i")
+        .subcomponent("b", "B.i")
+        .mode("m")
+        .connectEvent("a.e", "b.g")
+        .connectEvent("a.e", "b.f");
     RunningModel running(model);
-    EXPECT_THAT(heardBy(running, "main.a.e"),
-                ElementsAre("main.a/main.a.e", "main.b/main.b.g", "main.b.c/main.b.c.h", "main.b/main.b.f",
-                            "main.b.c/main.b.c.h"));
+    EXPECT_THAT(heardBy(running, "main.a.e"), ElementsAre("main.a/main.a.e", "main.b/main.b.g", "main.b.c/main.b.c.h",
+                                                          "main.b/main.b.f", "main.b.c/main.b.c.h"));
 }
 
 TEST(EC, TheImplicitEdgeComesBeforeConnections) {
@@ -179,8 +193,11 @@ TEST(EC, TheImplicitEdgeComesBeforeConnections) {
     model.implementation("A.i").mode("m");
     model.implementation("B.i").mode("m");
     model.implementation("Root.i")
-        .subcomponent("a", "A.i").subcomponent("b", "B.i")
-        .mode("m").connectEvent("a.e", "b.f").transition("m", "m", on("a.e"));
+        .subcomponent("a", "A.i")
+        .subcomponent("b", "B.i")
+        .mode("m")
+        .connectEvent("a.e", "b.f")
+        .transition("m", "m", on("a.e"));
     RunningModel running(model);
     EXPECT_THAT(heardBy(running, "main.a.e"), ElementsAre("main.a/main.a.e", "main/main.a.e", "main.b/main.b.f"));
 }
@@ -193,16 +210,20 @@ TEST(EC, TriggersStandInTheOrderInWhichPortsWereMade) {
     model.implementation("Root.i").subcomponent("sub", "Sub.i").mode("m").transition("m", "m");
     RunningModel running(model);
     // The root's own ports come first; private ports of transitions are made after the whole subtree.
-    EXPECT_THAT(triggersOf(running), ElementsAre("main/main.r", "main.sub/main.sub.s", "main.sub/main.sub.tau",
-                                                 "main/main.tau"));
+    EXPECT_THAT(triggersOf(running),
+                ElementsAre("main/main.r", "main.sub/main.sub.s", "main.sub/main.sub.tau", "main/main.tau"));
 }
 
 TEST(EC, ACycleOfActiveConnectionsIsRefusedWithAMessageAndLeavesTheTopologyUsable) {
     ModelWriter model;
     model.type("A").outEvent("e").inEvent("f");
     model.implementation("A.i").mode("m").connectEvent("f", "e", inModes("m")).transition("m", "m", on("e"));
-    model.implementation("Root.i").subcomponent("a", "A.i").mode("m").mode("n").transition("m", "n").connectEvent(
-        "a.e", "a.f", inModes("m"));
+    model.implementation("Root.i")
+        .subcomponent("a", "A.i")
+        .mode("m")
+        .mode("n")
+        .transition("m", "n")
+        .connectEvent("a.e", "a.f", inModes("m"));
     RunningModel running(model);
     for (int attempt = 0; attempt < 2; ++attempt) {
         try {
@@ -245,8 +266,10 @@ TEST(EC, TheDumpShowsNodesAndEdgesWithTheirActivity) {
     model.implementation("A.i").mode("m");
     model.implementation("B.i").mode("m");
     model.implementation("Root.i")
-        .subcomponent("a", "A.i", inModes("on")).subcomponent("b", "B.i")
-        .mode("on").mode("off")
+        .subcomponent("a", "A.i", inModes("on"))
+        .subcomponent("b", "B.i")
+        .mode("on")
+        .mode("off")
         .connectEvent("a.e", "b.f", passive)
         .transition("on", "off", on("a.e"));
     RunningModel running(model);
@@ -262,20 +285,26 @@ TEST(EC, TheDumpShowsNodesAndEdgesWithTheirActivity) {
 
     // Ids: main's "mode" 0, a's port 1 and "mode" 2, b's port 3 and "mode" 4.
     const std::string connection = "label=\"[1] -> [3] (event port a.e -> b.f;)\"";
-    EXPECT_EQ(awake, "digraph EC {\n"
-                     " 1[label=\"e\" color=\"green\"]\n"
-                     " 2[label=\"f\" color=\"green\"]\n"
-                     " 3[label=\"e\" color=\"green\"]\n"
-                     "1->3[ color=green]\n"
-                     "1->2[ style=dotted " + connection + " color=green]\n"
-                     "}\n");
-    EXPECT_EQ(asleep, "digraph EC {\n"
-                      " 1[label=\"e\" color=\"red\"]\n"
-                      " 2[label=\"f\" color=\"green\"]\n"
-                      " 3[label=\"e\" color=\"green\"]\n"
-                      "1->3[ color=red]\n"
-                      "1->2[ style=dotted " + connection + " color=red]\n"
-                      "}\n");
+    EXPECT_EQ(awake,
+              "digraph EC {\n"
+              " 1[label=\"e\" color=\"green\"]\n"
+              " 2[label=\"f\" color=\"green\"]\n"
+              " 3[label=\"e\" color=\"green\"]\n"
+              "1->3[ color=green]\n"
+              "1->2[ style=dotted " +
+                  connection +
+                  " color=green]\n"
+                  "}\n");
+    EXPECT_EQ(asleep,
+              "digraph EC {\n"
+              " 1[label=\"e\" color=\"red\"]\n"
+              " 2[label=\"f\" color=\"green\"]\n"
+              " 3[label=\"e\" color=\"green\"]\n"
+              "1->3[ color=red]\n"
+              "1->2[ style=dotted " +
+                  connection +
+                  " color=red]\n"
+                  "}\n");
 }
 
 }  // namespace

@@ -28,8 +28,7 @@ std::vector<std::string> names(const std::vector<EDA*>& edas) {
 std::vector<std::string> names(const QualifiedTransitions& transitions) {
     std::vector<std::string> result;
     for (const auto& [eda, transition] : transitions)
-        result.push_back(eda->identifier() + ": " + transition->source()->name() + "->" +
-                         transition->target()->name());
+        result.push_back(eda->identifier() + ": " + transition->source()->name() + "->" + transition->target()->name());
     return result;
 }
 
@@ -42,10 +41,8 @@ std::vector<std::string> names(const std::vector<QualifiedEvent>& events) {
 TEST(EDANetwork, OneComponentGivesOneAutomatonAndResetRestoresModeDataAndPorts) {
     ModelWriter model;
     model.type("Root").outData(var("o", Type::Int), 3);
-    model.implementation("Root.i")
-        .data(n, 1).data(x)
-        .mode("a").mode("b")
-        .transition("a", "b", set(n, 8), set(var("o", Type::Int), 9));
+    model.implementation("Root.i").data(n, 1).data(x).mode("a").mode("b").transition("a", "b", set(n, 8),
+                                                                                     set(var("o", Type::Int), 9));
     RunningModel running(model);
     const std::string before = printed(running.network());
     EXPECT_EQ(running.network().edas().size(), 1u);
@@ -64,7 +61,9 @@ TEST(EDANetwork, ASubcomponentSwitchedOffLeavesTheActiveSetInTheSameStep) {
     model.implementation("Sub.i").mode("m").transition("m", "m", on("e"));
     model.implementation("Root.i")
         .subcomponent("sub", "Sub.i", inModes("on"))
-        .mode("on").mode("off").transition("on", "off");
+        .mode("on")
+        .mode("off")
+        .transition("on", "off");
     RunningModel running(model);
     EXPECT_THAT(names(running.network().activeEDAs()), ElementsAre("main", "main.sub"));
     EXPECT_THAT(names(running.network().activeTriggers()), Contains("main.sub/main.sub.e"));
@@ -79,10 +78,14 @@ TEST(EDANetwork, AChildPutToSleepByItsParentInOneStepStillTakesItsTransitionButI
     model.implementation("Leaf.i").mode("m");
     model.implementation("Sub.i")
         .subcomponent("leaf", "Leaf.i", inModes("second"))
-        .mode("first").mode("second").transition("first", "second");
+        .mode("first")
+        .mode("second")
+        .transition("first", "second");
     model.implementation("Root.i")
         .subcomponent("sub", "Sub.i", inModes("on"))
-        .mode("on").mode("off").transition("on", "off");
+        .mode("on")
+        .mode("off")
+        .transition("on", "off");
     RunningModel running(model);
     running.network().takeEventTransition(
         {running.qualified("main", "on", "off"), running.qualified("main.sub", "first", "second")});
@@ -95,11 +98,16 @@ TEST(EDANetwork, ParticipantsActInListOrderEachSeeingWhatTheOnesBeforeItWrote) {
     const Var shared = var("sub.n", Type::Int);
     ModelWriter model;
     model.implementation("Sub.i").data(n, 1).mode("m").transition("m", "m", set(n, n + 1));
-    model.implementation("Root.i").subcomponent("sub", "Sub.i").mode("m").transition("m", "m", set(shared, shared * 10));
+    model.implementation("Root.i")
+        .subcomponent("sub", "Sub.i")
+        .mode("m")
+        .transition("m", "m", set(shared, shared * 10));
     RunningModel running(model);
-    running.network().takeEventTransition({running.qualified("main", "m", "m"), running.qualified("main.sub", "m", "m")});
+    running.network().takeEventTransition(
+        {running.qualified("main", "m", "m"), running.qualified("main.sub", "m", "m")});
     EXPECT_EQ(running.value<VornInt>("main.sub.n"), 11);
-    running.network().takeEventTransition({running.qualified("main.sub", "m", "m"), running.qualified("main", "m", "m")});
+    running.network().takeEventTransition(
+        {running.qualified("main.sub", "m", "m"), running.qualified("main", "m", "m")});
     EXPECT_EQ(running.value<VornInt>("main.sub.n"), 120);
 }
 
@@ -109,12 +117,18 @@ ModelWriter withTwoReactivations() {
     model.implementation("Leaf.i").mode("m");
     model.implementation("Sub.i")
         .subcomponent("leaf", "Leaf.i", inModes("p"))
-        .mode("m").mode("p").mode("q")
-        .reactivation("m", "p").reactivation("m", "q")
+        .mode("m")
+        .mode("p")
+        .mode("q")
+        .reactivation("m", "p")
+        .reactivation("m", "q")
         .transition("p", "p");
     model.implementation("Root.i")
         .subcomponent("sub", "Sub.i", inModes("on"))
-        .mode("on").mode("off").transition("on", "off").transition("off", "on");
+        .mode("on")
+        .mode("off")
+        .transition("on", "off")
+        .transition("off", "on");
     return model;
 }
 
@@ -164,9 +178,12 @@ TEST(EDANetwork, APushedStateIsRestoredByPopAndDroppedByApply) {
     model.implementation("Sub.i").mode("m");
     model.implementation("Root.i")
         .data(n, 1)
-        .subcomponent("a", "Sub.i", inModes("on")).subcomponent("b", "Sub.i")
+        .subcomponent("a", "Sub.i", inModes("on"))
+        .subcomponent("b", "Sub.i")
         .connectEvent("a.e", "b.f")
-        .mode("on").mode("off").transition("on", "off", set(n, 2));
+        .mode("on")
+        .mode("off")
+        .transition("on", "off", set(n, 2));
     RunningModel running(model);
     EDANetwork& network = running.network();
     const std::string before = printed(network);
@@ -207,7 +224,9 @@ TEST(EDANetwork, SleepingAutomataDoNotLetTimePass) {
     model.implementation("Root.i")
         .data(x)
         .subcomponent("sub", "Sub.i", inModes("on"))
-        .mode("on").mode("off").transition("on", "off");
+        .mode("on")
+        .mode("off")
+        .transition("on", "off");
     RunningModel running(model);
     running.network().takeTimedTransition(1.0);
     running.take("main", "on", "off");
@@ -244,13 +263,13 @@ TEST(EDANetwork, ConstructionIsLogged) {
     model.implementation("Root.i").subcomponent("s", "Sub.i").mode("m");
     CapturedLog log(LogLevel::Debug);
     RunningModel running(model);
-    EXPECT_THAT(log.texts("root.eda.network"),
-                ElementsAre("Constructing EDA for component realization main",
-                            "Constructing EDA for component realization s",
-                            "The following event names are used within the network: ",
-                            "Topology has changed. Will recompute active components, event connections & data "
-                            "dependencies.",
-                            "Compute active", "Successfully initialized EDA network consisting of 2 EDAs"));
+    EXPECT_THAT(
+        log.texts("root.eda.network"),
+        ElementsAre("Constructing EDA for component realization main", "Constructing EDA for component realization s",
+                    "The following event names are used within the network: ",
+                    "Topology has changed. Will recompute active components, event connections & data "
+                    "dependencies.",
+                    "Compute active", "Successfully initialized EDA network consisting of 2 EDAs"));
 }
 
 TEST(EDANetwork, EveryDiscreteStepLogsTheRecomputation) {
@@ -279,8 +298,8 @@ TEST(EDANetwork, PrintsItsAutomataInOrder) {
     model.implementation("Sub.i").mode("m");
     model.implementation("Root.i").subcomponent("s", "Sub.i").mode("m");
     RunningModel running(model);
-    EXPECT_EQ(printed(running.network()), "EDANetwork(\n" + printed(running.eda("main")) + "\n" +
-                                              printed(running.eda("main.s")) + "\n)");
+    EXPECT_EQ(printed(running.network()),
+              "EDANetwork(\n" + printed(running.eda("main")) + "\n" + printed(running.eda("main.s")) + "\n)");
 }
 
 }  // namespace

@@ -91,10 +91,13 @@ TEST(EDA, ModesWithOtherConnectionsOrFlowsReportWhatIsStale) {
     model.implementation("Root.i")
         .data(n)
         .subcomponent("sub", "Sub.i")
-        .mode("plain").mode("connected").mode("flowing")
+        .mode("plain")
+        .mode("connected")
+        .mode("flowing")
         .connectEvent("sub.e", "f", inModes("connected"))
         .flow(n, var("sub.d", Type::Int), inModes("flowing"))
-        .transition("plain", "connected").transition("plain", "flowing");
+        .transition("plain", "connected")
+        .transition("plain", "flowing");
     RunningModel running(model);
     EXPECT_EQ(running.eda("main").takeEventTransition(running.transition("main", "plain", "connected")),
               EDA::EventEffect);
@@ -125,7 +128,8 @@ TEST(EDA, EffectsSeeTheModeAndTheRatesOfTheSource) {
     ModelWriter model;
     model.implementation("Root.i")
         .data(var("wasA", Type::Bool))
-        .mode("a").mode("b")
+        .mode("a")
+        .mode("b")
         .transition("a", "b", set(var("wasA", Type::Bool), modeOf() == modeLiteral("mode:a")));
     RunningModel running(model);
     running.take("main", "a", "b");
@@ -145,8 +149,10 @@ TEST(EDA, LaterEffectsSeeEarlierOnes) {
 TEST(EDA, EnteringAModeResetsRatesAndThenAssignsTrajectories) {
     ModelWriter model;
     model.implementation("Root.i")
-        .data(x).data(y)
-        .mode("a", invariant(boolean(true)), rate(y, 2.5)).mode("b", invariant(boolean(true)), rate(y, -1.0))
+        .data(x)
+        .data(y)
+        .mode("a", invariant(boolean(true)), rate(y, 2.5))
+        .mode("b", invariant(boolean(true)), rate(y, -1.0))
         .transition("a", "b");
     RunningModel running(model);
     EXPECT_EQ(running.rate<VornContinuous>("main.y"), 2.5);
@@ -158,8 +164,11 @@ TEST(EDA, EnteringAModeResetsRatesAndThenAssignsTrajectories) {
 TEST(EDA, TimeAdvancesClocksOfTheModeAndIntegratesTrajectories) {
     ModelWriter model;
     model.implementation("Root.i")
-        .data(x).data(var("later", Type::Clock), inModes("b")).data(y, 10.0)
-        .mode("a", invariant(boolean(true)), rate(y, -2.0)).mode("b");
+        .data(x)
+        .data(var("later", Type::Clock), inModes("b"))
+        .data(y, 10.0)
+        .mode("a", invariant(boolean(true)), rate(y, -2.0))
+        .mode("b");
     RunningModel running(model);
     running.eda("main").takeTimedTransition(1.5);
     EXPECT_EQ(running.value<VornClock>("main.x"), 1.5);
@@ -180,7 +189,8 @@ TEST(EDA, AModeOfTypeActivationReachedByReactivationKeepsItsData) {
     addSwitchedRoot(model);
     model.implementation("Sub.i")
         .data(n, 7)
-        .mode("start", ModeKind::Activation).mode("work", ModeKind::Plain)
+        .mode("start", ModeKind::Activation)
+        .mode("work", ModeKind::Plain)
         .transition("start", "work", set(n, 42))
         .reactivation("work", "start");
     RunningModel running(model);
@@ -195,8 +205,10 @@ TEST(EDA, WithoutReactivationAnActivationModeResetsOnWaking) {
     ModelWriter model;
     addSwitchedRoot(model);
     model.implementation("Sub.i")
-        .data(n, 7).data(x, 3.0)
-        .mode("start", ModeKind::Activation).mode("work", ModeKind::Plain)
+        .data(n, 7)
+        .data(x, 3.0)
+        .mode("start", ModeKind::Activation)
+        .mode("work", ModeKind::Plain)
         .transition("start", "work", set(n, 42));
     RunningModel running(model);
     running.take("main.sub", "start", "work");
@@ -303,17 +315,19 @@ TEST(EDA, ActivationIsLoggedInOrder) {
     EXPECT_THAT(log.texts("root.eda.comp"), ElementsAre("main.sub is now inactive", "main.sub.leaf is set inactive"));
     log.clear();
     running.take("main", "off", "on");
-    EXPECT_THAT(log.texts("root.eda.comp"),
-                ElementsAre("EDA activation: Noop", "EDA activation: Noop", "main.sub.leaf is now active",
-                            "main.sub is now active"));
+    EXPECT_THAT(log.texts("root.eda.comp"), ElementsAre("EDA activation: Noop", "EDA activation: Noop",
+                                                        "main.sub.leaf is now active", "main.sub is now active"));
 }
 
 TEST(EDA, AGuardAndTheTargetInvariantAfterTheEffectsDecideTogether) {
     ModelWriter model;
     model.implementation("Root.i")
         .data(x, 8.0)
-        .mode("a").mode("b", invariant(x <= 5.0))
-        .transition("a", "b").transition("a", "b", set(x, 0.0)).transition("a", "b", when(x < 3.0), set(x, 0.0));
+        .mode("a")
+        .mode("b", invariant(x <= 5.0))
+        .transition("a", "b")
+        .transition("a", "b", set(x, 0.0))
+        .transition("a", "b", when(x < 3.0), set(x, 0.0));
     RunningModel running(model);
     EDA& eda = running.eda("main");
     EXPECT_FALSE(eda.canLocallyTakeEventTransition(running.transition("main", "a", "b", 0)));
@@ -326,8 +340,10 @@ TEST(EDA, ADelayIsCountedInTheSourceModeAndAWrittenClockStandsStillAfterwards) {
     ModelWriter model;
     model.implementation("Root.i")
         .data(x)
-        .mode("a").mode("b", invariant(x <= 5.0))
-        .transition("a", "b", when(x >= 2.0)).transition("a", "b", when(x >= 2.0), set(x, 1.0));
+        .mode("a")
+        .mode("b", invariant(x <= 5.0))
+        .transition("a", "b", when(x >= 2.0))
+        .transition("a", "b", when(x >= 2.0), set(x, 1.0));
     RunningModel running(model);
     EDA& eda = running.eda("main");
     // Without a write the target's invariant ends when the clock passes 5.
@@ -343,7 +359,8 @@ TEST(EDA, AnalysisAndTheRealStepDifferForATransitionThatWritesAClockTwice) {
     ModelWriter model;
     model.implementation("Root.i")
         .data(x)
-        .mode("a").mode("b", invariant(x <= 5.0))
+        .mode("a")
+        .mode("b", invariant(x <= 5.0))
         .transition("a", "b", set(x, 9.0), set(x, 1.0));
     RunningModel running(model);
     EDA& eda = running.eda("main");
@@ -364,7 +381,9 @@ TEST(EDA, TriggersOnSubcomponentsPortsAreListedOncePerTransition) {
     model.implementation("Root.i")
         .subcomponent("sub", "Sub.i")
         .mode("a")
-        .transition("a", "a", on("sub.go")).transition("a", "a").transition("a", "a", on("sub.go"));
+        .transition("a", "a", on("sub.go"))
+        .transition("a", "a")
+        .transition("a", "a", on("sub.go"));
     RunningModel running(model);
     EXPECT_THAT(running.eda("main").activeSubcomponentTriggers(),
                 ElementsAre(running.port("main.sub.go"), running.port("main.sub.go")));
@@ -373,9 +392,7 @@ TEST(EDA, TriggersOnSubcomponentsPortsAreListedOncePerTransition) {
 TEST(EDA, PrintsItsWholeState) {
     ModelWriter model;
     model.type("Root").outData(var("o", Type::Int), 4).inData(var("i", Type::Bool));
-    model.implementation("Root.i")
-        .data(n, 2).data(x, 1.5).data(y, 3.0)
-        .mode("a", invariant(x <= 5.0), rate(y, 0.5));
+    model.implementation("Root.i").data(n, 2).data(x, 1.5).data(y, 3.0).mode("a", invariant(x <= 5.0), rate(y, 0.5));
     RunningModel running(model);
     EXPECT_EQ(printed(running.eda("main")),
               "main\n"

@@ -35,10 +35,13 @@ struct Pair {
         model.type("A").outEvent("e");
         model.type("B").inEvent("f");
         model.implementation("A.i").data(x).mode("m").transition("m", "m", on("e"), when(x >= 1.0 && x <= 4.0));
-        model.implementation("B.i").data(x).mode("m").mode("k").transition("m", "k", on("f"), when(x >= 3.0 && x <= 9.0));
+        model.implementation("B.i").data(x).mode("m").mode("k").transition("m", "k", on("f"),
+                                                                           when(x >= 3.0 && x <= 9.0));
         model.implementation("Root.i")
-            .subcomponent("a", "A.i").subcomponent("b", "B.i")
-            .mode("m").connectEvent("a.e", "b.f", parts...);
+            .subcomponent("a", "A.i")
+            .subcomponent("b", "B.i")
+            .mode("m")
+            .connectEvent("a.e", "b.f", parts...);
     }
 };
 
@@ -78,11 +81,17 @@ TEST(Enabledness, AListenerWithoutATakeableTransitionLeavesNoEntryAndBlocksNothi
     model.type("A").outEvent("e");
     model.type("B").inEvent("f");
     model.implementation("A.i").mode("m").transition("m", "m", on("e"));
-    model.implementation("B.i").data(var("ready", Type::Bool)).mode("m").transition("m", "m", on("f"),
-                                                                                 when(var("ready", Type::Bool)));
+    model.implementation("B.i")
+        .data(var("ready", Type::Bool))
+        .mode("m")
+        .transition("m", "m", on("f"), when(var("ready", Type::Bool)));
     model.implementation("Root.i")
-        .subcomponent("a", "A.i").subcomponent("b", "B.i").subcomponent("c", "B.i")
-        .mode("m").connectEvent("a.e", "b.f").connectEvent("a.e", "c.f");
+        .subcomponent("a", "A.i")
+        .subcomponent("b", "B.i")
+        .subcomponent("c", "B.i")
+        .mode("m")
+        .connectEvent("a.e", "b.f")
+        .connectEvent("a.e", "c.f");
     RunningModel running(model);
     running.setValue<VornBool>("main.c.ready", true);
     const QualifiedTransition sender = running.qualified("main.a", "m", "m");
@@ -97,8 +106,11 @@ TEST(Enabledness, AListenerReachedOverTwoPathsStandsTwice) {
     model.implementation("A.i").mode("m").transition("m", "m", on("e"));
     model.implementation("B.i").mode("m").transition("m", "m", on("f")).transition("m", "m", on("g"));
     model.implementation("Root.i")
-        .subcomponent("a", "A.i").subcomponent("b", "B.i")
-        .mode("m").connectEvent("a.e", "b.f").connectEvent("a.e", "b.g");
+        .subcomponent("a", "A.i")
+        .subcomponent("b", "B.i")
+        .mode("m")
+        .connectEvent("a.e", "b.f")
+        .connectEvent("a.e", "b.g");
     RunningModel running(model);
     EXPECT_THAT(entries(running.network().enabledTransitions(running.qualified("main.a", "m", "m"))),
                 ElementsAre("main.a: m->m", "main.b: m->m", "main.b: m->m"));
@@ -109,11 +121,16 @@ TEST(Enabledness, AnEventOffersItsOwnAutomatonsAlternatives) {
     model.type("Root").outEvent("e");
     model.implementation("Root.i")
         .data(n)
-        .mode("m").mode("k").mode("j")
-        .transition("m", "k", on("e")).transition("m", "j", on("e")).transition("m", "m", on("e"), when(n > 0));
+        .mode("m")
+        .mode("k")
+        .mode("j")
+        .transition("m", "k", on("e"))
+        .transition("m", "j", on("e"))
+        .transition("m", "m", on("e"), when(n > 0));
     RunningModel running(model);
-    EXPECT_THAT(entries(running.network().enabledTransitions(QualifiedEvent(&running.eda("main"), running.port("main.e")))),
-                ElementsAre("main: m->k m->j"));
+    EXPECT_THAT(
+        entries(running.network().enabledTransitions(QualifiedEvent(&running.eda("main"), running.port("main.e")))),
+        ElementsAre("main: m->k m->j"));
 }
 
 TEST(Enabledness, ATransitionThatCannotBeTakenGivesAnEmptyList) {
@@ -152,7 +169,9 @@ TEST(Enabledness, ActiveInvariantsAreIntersectedAndSleepingOnesAreNotAsked) {
     model.implementation("Root.i")
         .data(x)
         .subcomponent("sub", "Sub.i", inModes("on"))
-        .mode("on", invariant(x <= 5.0)).mode("off", invariant(x <= 5.0)).transition("on", "off");
+        .mode("on", invariant(x <= 5.0))
+        .mode("off", invariant(x <= 5.0))
+        .transition("on", "off");
     RunningModel running(model);
     EXPECT_EQ(printed(running.network().invariantsRemainValidFor()), "[0, 2]");
     running.take("main", "on", "off");
@@ -165,7 +184,11 @@ TEST(Enabledness, ANonblockingTriggerDoesNotAskItsPartners) {
     model.type("B").inEvent("f");
     model.implementation("A.i").data(x).mode("m").transition("m", "m", on("e"), when(x >= 1.0 && x <= 4.0));
     model.implementation("B.i").mode("m");
-    model.implementation("Root.i").subcomponent("a", "A.i").subcomponent("b", "B.i").mode("m").connectEvent("a.e", "b.f");
+    model.implementation("Root.i")
+        .subcomponent("a", "A.i")
+        .subcomponent("b", "B.i")
+        .mode("m")
+        .connectEvent("a.e", "b.f");
     RunningModel running(model);
     const QualifiedTransition sender = running.qualified("main.a", "m", "m");
     EXPECT_EQ(printed(running.network().transitionRemainsEnabledFor(sender)),
@@ -189,7 +212,9 @@ TEST(Enabledness, AnInvariantThatFailedWhenItsComponentWentToSleepRefusesAnyDela
     model.implementation("Sub.i").data(x).mode("m", invariant(x <= 2.0));
     model.implementation("Root.i")
         .subcomponent("sub", "Sub.i", inModes("on"))
-        .mode("on").mode("off").transition("on", "off");
+        .mode("on")
+        .mode("off")
+        .transition("on", "off");
     RunningModel running(model);
     running.take("main", "on", "off");
     EXPECT_TRUE(running.network().canTakeTimedTransition(100.0)) << "a sleeping clock stands still";
@@ -218,9 +243,13 @@ TEST(Enabledness, ARefusedDelayIsReportedAndTheStateRestored) {
 TEST(Enabledness, ADiscreteStepIsTriedAndTakenBack) {
     ModelWriter model;
     model.implementation("Root.i")
-        .data(x, 8.0).data(n, 1)
-        .mode("m").mode("k", invariant(x <= 5.0))
-        .transition("m", "k", when(n > 0)).transition("m", "k", when(n > 1)).transition("m", "k", set(x, 1.0));
+        .data(x, 8.0)
+        .data(n, 1)
+        .mode("m")
+        .mode("k", invariant(x <= 5.0))
+        .transition("m", "k", when(n > 0))
+        .transition("m", "k", when(n > 1))
+        .transition("m", "k", set(x, 1.0));
     RunningModel running(model);
     EDANetwork& network = running.network();
     const std::string before = printed(network);
@@ -229,10 +258,9 @@ TEST(Enabledness, ADiscreteStepIsTriedAndTakenBack) {
     EXPECT_EQ(printed(network), before);
     CapturedLog log(LogLevel::Debug);
     EXPECT_FALSE(network.canTakeEventTransition({running.qualified("main", "m", "k", 1)}));
-    EXPECT_THAT(log.texts("root.eda.network"),
-                ElementsAre("Checking if event transition can be taken...",
-                            "Cannot take given event transition. Guard disabled for " +
-                                printed(*running.transition("main", "m", "k", 1))));
+    EXPECT_THAT(log.texts("root.eda.network"), ElementsAre("Checking if event transition can be taken...",
+                                                           "Cannot take given event transition. Guard disabled for " +
+                                                               printed(*running.transition("main", "m", "k", 1))));
 }
 
 TEST(Enabledness, WhatFiresTogetherIsLogged) {

@@ -86,24 +86,47 @@ void SimulationStrategy::generateSamples() {
     sortSamples();
 }
 
-// Nearly sorted already: a step moves few samples against the others. So each is moved into its place among those
-// before it, and only where that takes long, as with all samples fresh, a general sort goes on. The order is total, so
-// both end alike.
+// Nearly sorted already: a step moves few samples against the others. Where two neighbours are in the wrong order,
+// either the one before has grown, and the smaller ones that follow move up past it, or the one behind has shrunk and
+// moves into its place among those before it. Only where that takes long, as with all samples fresh, a general sort
+// goes on. The order is total, so both end alike.
 void SimulationStrategy::sortSamples() {
     std::size_t movesLeft = 64 + 8 * mEventSamples.size();
     const auto begin = mEventSamples.begin();
-    for (auto next = begin; next != mEventSamples.end(); ++next) {
+    const auto end = mEventSamples.end();
+    for (auto next = begin; next != end; ++next) {
         if (next == begin || !firesBefore(*next, *(next - 1))) continue;
-        const Sample sample = *next;
-        auto hole = next;
-        for (; hole != begin && firesBefore(sample, *(hole - 1)) && movesLeft > 0; --hole, --movesLeft)
-            *hole = *(hole - 1);
-        *hole = sample;
+        const bool grown = next - 1 == begin || !firesBefore(*next, *(next - 2));
+        next = grown ? moveBack(next - 1, movesLeft) : moveForward(next, movesLeft);
         if (movesLeft == 0) {
-            std::sort(begin, mEventSamples.end(), firesBefore);
+            std::sort(begin, end, firesBefore);
             return;
         }
     }
+}
+
+// Moves a sample behind those that follow it in ascending order and fire before it. \return where the last of the
+// samples in order stands
+SimulationStrategy::Samples::iterator SimulationStrategy::moveBack(Samples::iterator hole, std::size_t& movesLeft) {
+    const Sample sample = *hole;
+    const auto first = hole;
+    auto next = hole + 1;
+    for (; next != mEventSamples.end() && movesLeft > 0; ++next, ++hole, --movesLeft) {
+        if (!firesBefore(*next, sample) || (hole != first && firesBefore(*next, *(hole - 1)))) break;
+        *hole = *next;
+    }
+    *hole = sample;
+    return hole;
+}
+
+// Moves a sample before those in front of it that fire after it. \return where it stood
+SimulationStrategy::Samples::iterator SimulationStrategy::moveForward(Samples::iterator from, std::size_t& movesLeft) {
+    const Sample sample = *from;
+    auto hole = from;
+    for (; hole != mEventSamples.begin() && firesBefore(sample, *(hole - 1)) && movesLeft > 0; --hole, --movesLeft)
+        *hole = *(hole - 1);
+    *hole = sample;
+    return from;
 }
 
 void SimulationStrategy::updateSamples(Time delta) {

@@ -107,7 +107,10 @@ class SimulationStrategy {
   private:
     SimulationStep* reactivate();
     const Sample* firstSample() const;
+    using Samples = std::vector<Sample>;
     void sortSamples();
+    Samples::iterator moveBack(Samples::iterator hole, std::size_t& movesLeft);
+    Samples::iterator moveForward(Samples::iterator from, std::size_t& movesLeft);
 
     Simulator* mSimulator = nullptr;
     std::unique_ptr<RandomGenerator> mRandomGenerator;

@@ -25,7 +25,7 @@ class RealisedMode final : public Realisation {
     RealisedMode(unsigned int id, std::string name, VornModeType type);
     /// A placeholder: DUMMY_ID or a real id, plain type.
     RealisedMode(unsigned int id, std::string name);
-    ~RealisedMode() override;    // the class of the trajectories is incomplete here
+    ~RealisedMode() override;  // the class of the trajectories is incomplete here
 
     unsigned int id() const noexcept { return mId; }
     const std::string& name() const noexcept { return mName; }

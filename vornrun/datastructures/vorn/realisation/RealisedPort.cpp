@@ -31,8 +31,7 @@ void RealisedEventPort::print(std::ostream& stream) const {
     stream << "(" << mEventPort->name() << ")[" << id() << "]";
 }
 
-RealisedDataPort::RealisedDataPort(unsigned int id, const VornComponentRealisation* component,
-                                   const VornDataPort* port)
+RealisedDataPort::RealisedDataPort(unsigned int id, const VornComponentRealisation* component, const VornDataPort* port)
     : RealisedPort(id, component, port), mDataPort(port) {}
 
 void RealisedDataPort::print(std::ostream& stream) const {

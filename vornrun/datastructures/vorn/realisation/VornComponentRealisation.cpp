@@ -18,8 +18,8 @@ void insertSorted(std::vector<TransitionPtr>& list, TransitionPtr transition) {
 
 void insertSorted(std::vector<std::unique_ptr<RealisedTransition>>& list,
                   std::unique_ptr<RealisedTransition> transition) {
-    const auto position = std::upper_bound(
-        list.begin(), list.end(), transition, [](const auto& a, const auto& b) { return a->id() < b->id(); });
+    const auto position = std::upper_bound(list.begin(), list.end(), transition,
+                                           [](const auto& a, const auto& b) { return a->id() < b->id(); });
     list.insert(position, std::move(transition));
 }
 
@@ -49,8 +49,8 @@ void printSection(std::ostream& stream, const char* heading, const Elements& ele
 }  // namespace
 
 VornComponentRealisation::VornComponentRealisation(unsigned int id, const std::string& name,
-                                                   const VornComponentImplementation* implementation,
-                                                   ModeList inModes, const VornComponentRealisation* parent)
+                                                   const VornComponentImplementation* implementation, ModeList inModes,
+                                                   const VornComponentRealisation* parent)
     : RealisedIdentifier(id, parent, name),
       mImplementation(implementation),
       mParentComponent(parent),

@@ -143,7 +143,7 @@ class VornComponentRealisation final : public RealisedIdentifier, public Realisa
     Owned<RealisedFlow> mFlows;
     Owned<RealisedTransition> mTransitions;
     Owned<RealisedTransition> mReactivationTransitions;
-    std::vector<Bucket> mBuckets;    // by RealisedMode::index()
+    std::vector<Bucket> mBuckets;  // by RealisedMode::index()
     ValueSlots mValueReferences;
     ValueSlots mValueTrajectories;
     std::unordered_map<const RealisedEventPort*, PortTransitions> mPortTransitions;

@@ -14,7 +14,15 @@
 namespace vornrun {
 
 enum class VornComponentCategory : unsigned int {
-    bus = 0, data = 1, device = 2, memory = 3, process = 4, processor = 5, system = 6, thread = 7, threadGroup = 8
+    bus = 0,
+    data = 1,
+    device = 2,
+    memory = 3,
+    process = 4,
+    processor = 5,
+    system = 6,
+    thread = 7,
+    threadGroup = 8
 };
 /// Writes "bus" ... "thread", "threadGroup".
 std::ostream& operator<<(std::ostream& stream, VornComponentCategory category);

@@ -109,14 +109,22 @@ template <class F>
 auto withTagClass(VornDataTypeTag tag, F&& f) {
     using Result = decltype(f.template operator()<VornBool>());
     switch (tag) {
-        case VornDataTypeTag::VornBool: return f.template operator()<VornBool>();
-        case VornDataTypeTag::VornReal: return f.template operator()<VornReal>();
-        case VornDataTypeTag::VornInt: return f.template operator()<VornInt>();
-        case VornDataTypeTag::VornContinuous: return f.template operator()<VornContinuous>();
-        case VornDataTypeTag::VornClock: return f.template operator()<VornClock>();
-        case VornDataTypeTag::VornEnum: return f.template operator()<VornEnum>();
-        case VornDataTypeTag::VornInterval: return f.template operator()<VornInterval>();
-        case VornDataTypeTag::VornMode: return f.template operator()<VornModeVal>();
+        case VornDataTypeTag::VornBool:
+            return f.template operator()<VornBool>();
+        case VornDataTypeTag::VornReal:
+            return f.template operator()<VornReal>();
+        case VornDataTypeTag::VornInt:
+            return f.template operator()<VornInt>();
+        case VornDataTypeTag::VornContinuous:
+            return f.template operator()<VornContinuous>();
+        case VornDataTypeTag::VornClock:
+            return f.template operator()<VornClock>();
+        case VornDataTypeTag::VornEnum:
+            return f.template operator()<VornEnum>();
+        case VornDataTypeTag::VornInterval:
+            return f.template operator()<VornInterval>();
+        case VornDataTypeTag::VornMode:
+            return f.template operator()<VornModeVal>();
     }
     return Result();
 }

@@ -19,7 +19,7 @@ class VornComponentImplementation;
 class VornPackage final : public Vorn {
   public:
     explicit VornPackage(const std::string& name);
-    ~VornPackage() override;    // the classes of the contents are incomplete here
+    ~VornPackage() override;  // the classes of the contents are incomplete here
 
     const std::string& name() const noexcept { return mName; }
 

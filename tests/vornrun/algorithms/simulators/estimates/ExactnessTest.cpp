@@ -26,7 +26,7 @@ struct Plain {
         std::function<bool()> active;
         std::function<void()> fire;
     };
-    std::vector<Event> events;    // in the order of components and, within one, of port names
+    std::vector<Event> events;  // in the order of components and, within one, of port names
     std::function<void()> restart;
     std::function<bool()> goal;
     /// Takes what can be taken at once, with the draws that this needs; false when there is nothing.
@@ -72,8 +72,8 @@ class PlainWorker {
         std::sort(mRace.begin(), mRace.end());
         if (mModel.immediate(mEngine)) return 0.0;
         const double delay = mRace.front().first;
-        if (delay == NEVER) return delay;    // nothing can happen any more
-        choose(mEngine, 1);    // among the one automaton's one alternative
+        if (delay == NEVER) return delay;  // nothing can happen any more
+        choose(mEngine, 1);                // among the one automaton's one alternative
         mModel.events[mRace.front().second].fire();
         mRace.front().first = NEVER;
         for (auto& [time, index] : mRace) time -= delay;
@@ -106,7 +106,8 @@ TEST_P(Exactness, OfMachinesThatFailAndAreRepaired) {
     ModelWriter model;
     model.type("Machine").errorPort("fail", 0.4).errorPort("repair", 1.0).outData(var("down", Type::Int), 0);
     model.implementation("Machine.i")
-        .mode("up").mode("broken")
+        .mode("up")
+        .mode("broken")
         .transition("up", "broken", on("fail"), set(var("down", Type::Int), 1))
         .transition("broken", "up", on("repair"), set(var("down", Type::Int), 0));
     auto& root = model.implementation("Root.i").data(var("count", Type::Int)).mode("m");
@@ -133,11 +134,16 @@ TEST_P(Exactness, OfARaceOfThreeEventsOfOneComponent) {
     ModelWriter model;
     model.type("Root").errorPort("a", 0.5).errorPort("b", 0.25).errorPort("c", 2.0);
     model.implementation("Root.i")
-        .mode("start").mode("inA").mode("inB").mode("back")
-        .transition("start", "inA", on("a")).transition("start", "inB", on("b")).transition("start", "back", on("c"))
+        .mode("start")
+        .mode("inA")
+        .mode("inB")
+        .mode("back")
+        .transition("start", "inA", on("a"))
+        .transition("start", "inB", on("b"))
+        .transition("start", "back", on("c"))
         .transition("back", "start", on("c"));
 
-    int state = 0;    // start, inA, inB, back
+    int state = 0;  // start, inA, inB, back
     Plain plain;
     plain.events = {{0.5, [&] { return state == 0; }, [&] { state = 1; }},
                     {0.25, [&] { return state == 0; }, [&] { state = 2; }},
@@ -152,10 +158,17 @@ TEST_P(Exactness, OfChoicesAmongTransitionsThatAreEnabledAtOnce) {
     ModelWriter model;
     model.type("Root").errorPort("go", 1.0);
     model.implementation("Root.i")
-        .mode("wait").mode("choose").mode("left").mode("middle").mode("right")
+        .mode("wait")
+        .mode("choose")
+        .mode("left")
+        .mode("middle")
+        .mode("right")
         .transition("wait", "choose", on("go"))
-        .transition("choose", "left").transition("choose", "middle").transition("choose", "right")
-        .transition("left", "wait").transition("middle", "choose");
+        .transition("choose", "left")
+        .transition("choose", "middle")
+        .transition("choose", "right")
+        .transition("left", "wait")
+        .transition("middle", "choose");
 
     enum { Wait, Choose, Left, Middle, Right } state = Wait;
     Plain plain;
@@ -165,7 +178,7 @@ TEST_P(Exactness, OfChoicesAmongTransitionsThatAreEnabledAtOnce) {
     plain.immediate = [&](std::mt19937_64& engine) {
         if (state == Wait) return false;
         const std::uint64_t pick = choose(engine, state == Choose ? 3 : 1);
-        choose(engine, 1);    // among the picked transition's own alternatives
+        choose(engine, 1);  // among the picked transition's own alternatives
         state = state == Choose ? (pick == 0 ? Left : pick == 1 ? Middle : Right) : state == Left ? Wait : Choose;
         return true;
     };

@@ -88,8 +88,11 @@ ModelWriter race() {
     ModelWriter model;
     model.type("Root").errorPort("a", 0.3).errorPort("b", 0.7);
     model.implementation("Root.i")
-        .mode("start").mode("a").mode("b")
-        .transition("start", "a", on("a")).transition("start", "b", on("b"));
+        .mode("start")
+        .mode("a")
+        .mode("b")
+        .transition("start", "a", on("a"))
+        .transition("start", "b", on("b"));
     return model;
 }
 
@@ -110,11 +113,15 @@ ModelWriter redundancy() {
     ModelWriter model;
     model.type("Unit").errorPort("fail", 0.2).errorPort("repair", 1.0).outData(down, 0);
     model.implementation("Unit.i")
-        .mode("up").mode("broken")
-        .transition("up", "broken", on("fail"), set(down, 1)).transition("broken", "up", on("repair"), set(down, 0));
+        .mode("up")
+        .mode("broken")
+        .transition("up", "broken", on("fail"), set(down, 1))
+        .transition("broken", "up", on("repair"), set(down, 0));
     model.implementation("Root.i")
         .data(var("count", Type::Int))
-        .subcomponent("u", "Unit.i").subcomponent("v", "Unit.i").subcomponent("w", "Unit.i")
+        .subcomponent("u", "Unit.i")
+        .subcomponent("v", "Unit.i")
+        .subcomponent("w", "Unit.i")
         .mode("m")
         .flow(var("count", Type::Int), var("u.down", Type::Int) + var("v.down", Type::Int) + var("w.down", Type::Int));
     return model;
@@ -127,8 +134,11 @@ ModelWriter timedGuard() {
     model.type("Root").errorPort("fail", 0.4);
     model.implementation("Root.i")
         .data(x)
-        .mode("busy", invariant(x <= 2.0)).mode("safe").mode("failed")
-        .transition("busy", "safe", when(x >= 2.0)).transition("busy", "failed", on("fail"));
+        .mode("busy", invariant(x <= 2.0))
+        .mode("safe")
+        .mode("failed")
+        .transition("busy", "safe", when(x >= 2.0))
+        .transition("busy", "failed", on("fail"));
     return model;
 }
 
@@ -139,7 +149,9 @@ ModelWriter periodicService() {
     model.type("Root").errorPort("fail", 0.5);
     model.implementation("Root.i")
         .data(x)
-        .mode("sound", invariant(x <= 1.5)).mode("broken", invariant(x <= 1.5)).mode("found")
+        .mode("sound", invariant(x <= 1.5))
+        .mode("broken", invariant(x <= 1.5))
+        .mode("found")
         .transition("sound", "broken", on("fail"))
         .transition("broken", "found", when(x >= 1.5))
         .transition("sound", "sound", when(x >= 1.5), set(x, 0.0));
@@ -153,10 +165,12 @@ ModelWriter tank() {
     model.type("Root").errorPort("leak", 0.2);
     model.implementation("Root.i")
         .data(level, 10.0)
-        .mode("tight", invariant(level >= 0.0), rate(level, -2.0)).mode("leaking", invariant(level >= 0.0), rate(level, -4.0))
+        .mode("tight", invariant(level >= 0.0), rate(level, -2.0))
+        .mode("leaking", invariant(level >= 0.0), rate(level, -4.0))
         .mode("empty")
         .transition("tight", "leaking", on("leak"))
-        .transition("tight", "empty", when(level <= 0.0)).transition("leaking", "empty", when(level <= 0.0));
+        .transition("tight", "empty", when(level <= 0.0))
+        .transition("leaking", "empty", when(level <= 0.0));
     return model;
 }
 
@@ -164,11 +178,18 @@ ModelWriter tank() {
 ModelWriter coldStandby() {
     ModelWriter model;
     model.type("Unit").errorPort("fail", 0.5);
-    model.implementation("Unit.i").mode("up", ModeKind::Activation).mode("broken").transition("up", "broken", on("fail"));
+    model.implementation("Unit.i")
+        .mode("up", ModeKind::Activation)
+        .mode("broken")
+        .transition("up", "broken", on("fail"));
     model.implementation("Root.i")
-        .subcomponent("first", "Unit.i").subcomponent("spare", "Unit.i", inModes("reserve"))
-        .mode("normal").mode("reserve").mode("lost")
-        .transition("normal", "reserve", on("first.fail")).transition("reserve", "lost", on("spare.fail"));
+        .subcomponent("first", "Unit.i")
+        .subcomponent("spare", "Unit.i", inModes("reserve"))
+        .mode("normal")
+        .mode("reserve")
+        .mode("lost")
+        .transition("normal", "reserve", on("first.fail"))
+        .transition("reserve", "lost", on("spare.fail"));
     return model;
 }
 
@@ -179,11 +200,15 @@ ModelWriter commonCause() {
     model.type("Follower").inEvent("hit").errorPort("fail", 0.5);
     model.implementation("Source.i").mode("up").mode("broken").transition("up", "broken", on("fail"));
     model.implementation("Follower.i")
-        .mode("up").mode("broken")
-        .transition("up", "broken", on("hit")).transition("up", "broken", on("fail"));
+        .mode("up")
+        .mode("broken")
+        .transition("up", "broken", on("hit"))
+        .transition("up", "broken", on("fail"));
     model.implementation("Root.i")
-        .subcomponent("source", "Source.i").subcomponent("follower", "Follower.i")
-        .mode("m").connectEvent("source.fail", "follower.hit");
+        .subcomponent("source", "Source.i")
+        .subcomponent("follower", "Follower.i")
+        .mode("m")
+        .connectEvent("source.fail", "follower.hit");
     return model;
 }
 
@@ -196,20 +221,22 @@ std::vector<Truth> truths() {
     const double failedInThirdService = std::exp(-0.5 * 3.0) - std::exp(-0.5 * 4.5);
     return {
         {"Exponential", exponential, eventually(inMode("s1"), 0, 2), 1.0 - std::exp(-0.6)},
-        {"Erlang", erlang, eventually(inMode("s3"), 0, 2.5),
-         1.0 - std::exp(-2.5) * (1.0 + 2.5 + 2.5 * 2.5 / 2.0)},
+        {"Erlang", erlang, eventually(inMode("s3"), 0, 2.5), 1.0 - std::exp(-2.5) * (1.0 + 2.5 + 2.5 * 2.5 / 2.0)},
         {"Hypoexponential", hypoexponential, eventually(inMode("s2"), 0, 2),
          1.0 - (2.0 * std::exp(-0.5 * 2.0) - 0.5 * std::exp(-2.0 * 2.0)) / (2.0 - 0.5)},
         {"Race", race, eventually(inMode("a"), 0, 1), 0.3 * (1.0 - std::exp(-1.0))},
         {"BoundedQueue", queue, eventually(inMode("n5"), 0, 10),
-         birthDeath(5, [](std::size_t) { return 0.8; }, [](std::size_t) { return 1.0; }, 10.0)},
+         birthDeath(
+             5, [](std::size_t) { return 0.8; }, [](std::size_t) { return 1.0; }, 10.0)},
         {"TwoOfThreeDown", redundancy, eventually(var("count", Type::Int) >= 2, 0, 4),
-         birthDeath(2, [](std::size_t i) { return 0.2 * double(3 - i); }, [](std::size_t i) { return double(i); }, 4.0)},
+         birthDeath(
+             2, [](std::size_t i) { return 0.2 * double(3 - i); }, [](std::size_t i) { return double(i); }, 4.0)},
         {"AllOfThreeDown", redundancy, eventually(var("count", Type::Int) == 3, 0, 30),
-         birthDeath(3, [](std::size_t i) { return 0.2 * double(3 - i); }, [](std::size_t i) { return double(i); }, 30.0)},
+         birthDeath(
+             3, [](std::size_t i) { return 0.2 * double(3 - i); }, [](std::size_t i) { return double(i); }, 30.0)},
         {"FailureBeforeATimedGuard", timedGuard, eventually(inMode("failed"), 0, 10), 1.0 - std::exp(-0.8)},
-        {"FailureFoundAtTheThirdService", periodicService,
-         until(!inMode("found"), inMode("found"), 4.0, 5.0), failedInThirdService},
+        {"FailureFoundAtTheThirdService", periodicService, until(!inMode("found"), inMode("found"), 4.0, 5.0),
+         failedInThirdService},
         {"HybridCrossing", tank, eventually(inMode("empty"), 0, 4), tankExact},
         {"ColdStandby", coldStandby, eventually(inMode("lost"), 0, 3), 1.0 - std::exp(-1.5) * (1.0 + 1.5)},
         {"CommonCause", commonCause, eventually(followerBroken, 0, 1), 1.0 - std::exp(-0.75)},

@@ -6,10 +6,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "tests/support/DrivenModel.h"
-#include "tests/support/RedirectedConsole.h"
-#include "tests/support/TempDir.h"
 #include "tests/vornrun/algorithms/simulators/VerdictFormula.h"
+#include "tests/vornrun/algorithms/simulators/strategies/InputStratTesting.h"
 #include "tests/vornrun/algorithms/simulators/strategies/StrategyTesting.h"
 
 namespace vornrun::test {
@@ -17,14 +15,6 @@ namespace vornrun::test {
 namespace {
 
 const Var x = var("x", Type::Clock);
-
-const std::string PROMPT =
-    "Enter command (s = print state, d # = discrete transition, t #.# = timed transition, q = quit)\n";
-const std::string SELECTION_HELP =
-    "Select transitions to take ( r,#,#,r,a )\n"
-    "a/A: Select for all following EDAs automatically\n"
-    "r/R: Select for given EDA randomly\n"
-    "  #: Select for given EDA manually\n";
 
 /// What can happen now, later, by itself and never.
 ModelWriter job(const Expr& bound) {
@@ -54,61 +44,8 @@ ModelWriter lateJob(const Expr& bound) {
     return model;
 }
 
-/// A plant whose event is heard by ears with one, three and two ways to react.
-ModelWriter orchestra() {
-    ModelWriter model;
-    model.type("Ear").inEvent("go");
-    model.implementation("Ear.one").mode("a").mode("b").transition("a", "b", on("go"));
-    model.implementation("Ear.two")
-        .mode("a")
-        .mode("b")
-        .mode("c")
-        .transition("a", "b", on("go"))
-        .transition("a", "c", on("go"));
-    model.implementation("Ear.three")
-        .mode("a")
-        .mode("b")
-        .mode("c")
-        .mode("d")
-        .transition("a", "b", on("go"))
-        .transition("a", "c", on("go"))
-        .transition("a", "d", on("go"));
-    model.type("Plant").outEvent("go");
-    model.implementation("Plant.i")
-        .mode("idle")
-        .mode("busy")
-        .transition("idle", "busy", on("go"))
-        .subcomponent("p", "Ear.one")
-        .subcomponent("q", "Ear.three")
-        .subcomponent("r", "Ear.two")
-        .connectEvent("go", "p.go")
-        .connectEvent("go", "q.go")
-        .connectEvent("go", "r.go");
-    return model;
-}
-
-/// Each test runs in a folder of its own, where the dumps of the topologies go.
-class InputStratTest : public testing::Test {
+class InputStratTest : public InputStratTesting {
   protected:
-    void SetUp() override { std::filesystem::current_path(mFolder.path()); }
-    void TearDown() override { std::filesystem::current_path(mFormerFolder); }
-
-    static std::string declaration(DrivenModel& driven, std::size_t index, const std::string& eda = "main") {
-        std::ostringstream text;
-        text << *driven.eda(eda)->component()->transitions()[index]->transition();
-        return text.str();
-    }
-    /// One step under that input: how it went and all that was printed.
-    static std::pair<std::string, std::string> stepWith(DrivenModel& driven, const std::string& input) {
-        const RedirectedConsole console(input);
-        std::string told;
-        try {
-            told = driven.step();
-        } catch (const std::logic_error& error) {
-            told = error.what();
-        }
-        return {told, console.output()};
-    }
     /// The listing at the start of a step of job() at time 0.
     static std::string listing(DrivenModel& driven) {
         return "Current enabled transitions are:\n0: main : " + declaration(driven, 0) +
@@ -121,12 +58,7 @@ class InputStratTest : public testing::Test {
         return "Current enabled transitions are:\nFuture transitions are:\nmain : " + declaration(driven, 0) +
                "\n    active in: [2, INFTY]\n";
     }
-    static std::string prompt(const std::string& allowed) { return "Time in:  " + allowed + "\n" + PROMPT; }
     static std::string indexPrompt(const std::string& allowed) { return "Index in: [0, 1]\n" + prompt(allowed); }
-
-  private:
-    TempDir mFolder;
-    std::filesystem::path mFormerFolder = std::filesystem::current_path();
 };
 
 }  // namespace
@@ -347,99 +279,6 @@ TEST_F(InputStratTest, SamplesAreDrawnAndCountedDownButDoNotRace) {
     stepWith(driven, "t 0.75\n");
     EXPECT_EQ(driven.strategy().eventSamples().front().first, 0.25);
     EXPECT_EQ(stepWith(driven, "t 0.25\n").first, "0.25") << "the sample is due, and nothing fires";
-}
-
-// ---- Alternatives
-
-namespace {
-
-struct Selection {
-    const char* name;
-    const char* line;  // after "d 0"
-    std::vector<ScriptedDraw> draws;
-    const char* taken;
-};
-
-class InputStratSelection : public InputStratTest, public testing::WithParamInterface<Selection> {};
-
-}  // namespace
-
-TEST_P(InputStratSelection, TakesWhatTheLineSays) {
-    DrivenModel driven(orchestra(), InputStrat());
-    driven.script(GetParam().draws);
-    EXPECT_EQ(stepWith(driven, std::string("d 0\n") + GetParam().line).first,
-              std::string("0: main: idle -> busy, main.p: a -> b, ") + GetParam().taken);
-}
-
-// The automata of the event are main and p, which have no choice, q with three alternatives and r with two.
-INSTANTIATE_TEST_SUITE_P(
-    Lines, InputStratSelection,
-    testing::Values(
-        Selection{"TokensCountAllAutomata", "0,0,1,1\n", {}, "main.q: a -> c, main.r: a -> c"},
-        Selection{"BlanksSeparateToo", "0 0 2 0\n", {}, "main.q: a -> d, main.r: a -> b"},
-        Selection{"AdjacentSeparatorsAreOne", "0, ,,0  ,  2, 0\n", {}, "main.q: a -> d, main.r: a -> b"},
-        Selection{"ALetterLeavesItsPositionToChance",
-                  "1, 1 r  1\n",
-                  {integerDraw(2, 0, 2)},
-                  "main.q: a -> d, main.r: a -> c"},
-        Selection{
-            "ALetterALetsTheNextNumberWork", "0,0,a,1\n", {integerDraw(1, 0, 2)}, "main.q: a -> c, main.r: a -> c"},
-        Selection{"ALeadingSeparatorMakesAnEmptyFirstToken", ",0,1,1\n", {}, "main.q: a -> c, main.r: a -> c"},
-        Selection{"ALeadingBlankMakesAnEmptyFirstToken", "  0 1 1\n", {}, "main.q: a -> c, main.r: a -> c"},
-        Selection{"ANumberWithALetterBehindCounts", "0,0,2x,1b\n", {}, "main.q: a -> d, main.r: a -> c"},
-        Selection{"ANumberWithASignCounts", "0,0,+2,-0\n", {}, "main.q: a -> d, main.r: a -> b"},
-        Selection{"AnEmptyLineIsAllChance",
-                  "\n",
-                  {integerDraw(1, 0, 2), integerDraw(1, 0, 1)},
-                  "main.q: a -> c, main.r: a -> c"},
-        Selection{"TheEndOfInputIsAllChance",
-                  "",
-                  {integerDraw(1, 0, 2), integerDraw(0, 0, 1)},
-                  "main.q: a -> c, main.r: a -> b"},
-        Selection{"ALastLineWithoutLineEndCounts", "0,0,2,1", {}, "main.q: a -> d, main.r: a -> c"},
-        Selection{"AMissingTokenIsChance", "0,0,1\n", {integerDraw(0, 0, 1)}, "main.q: a -> c, main.r: a -> b"},
-        Selection{"ANumberOutOfRangeIsChance",
-                  "0,0,3,-1\n",
-                  {integerDraw(0, 0, 2), integerDraw(1, 0, 1)},
-                  "main.q: a -> b, main.r: a -> c"},
-        Selection{"ANumberBeyond32BitsIsChance",
-                  "0,0,4294967297,99999999999999999999\n",
-                  {integerDraw(0, 0, 2), integerDraw(1, 0, 1)},
-                  "main.q: a -> b, main.r: a -> c"}),
-    [](const auto& selection) { return std::string(selection.param.name); });
-
-TEST_F(InputStratTest, AlternativesAreListedWithHelp) {
-    DrivenModel driven(orchestra(), InputStrat());
-    driven.script({});
-    const auto [step, output] = stepWith(driven, "d 0\n0,0,0,0\n");
-    EXPECT_EQ(step, "0: main: idle -> busy, main.p: a -> b, main.q: a -> b, main.r: a -> b");
-    EXPECT_EQ(output, "Current enabled transitions are:\n0: main : " + declaration(driven, 0) +
-                          "\n    active in: [0, INFTY]\nFuture transitions are:\nIndex in: [0, 0]\n" +
-                          prompt("[0, INFTY]") + "Choose non-deterministic transitions:\n main.q\n  " +
-                          declaration(driven, 0, "main.q") + "\n  " + declaration(driven, 1, "main.q") + "\n  " +
-                          declaration(driven, 2, "main.q") + "\n main.r\n  " + declaration(driven, 0, "main.r") +
-                          "\n  " + declaration(driven, 1, "main.r") + "\n\n" + SELECTION_HELP);
-}
-
-TEST_F(InputStratTest, AReactivationIsChosenInTheSameWay) {
-    ModelWriter model;
-    model.implementation("Pump.i").mode("a").mode("b").mode("c").reactivation("a", "b").reactivation("a", "c");
-    model.implementation("Plant.i")
-        .mode("off")
-        .mode("on")
-        .transition("off", "on")
-        .subcomponent("pump", "Pump.i", inModes("on"));
-    DrivenModel driven(model, InputStrat());
-    driven.script({});
-    EXPECT_EQ(stepWith(driven, "d 0\n").first, "0: main: off -> on");
-    const auto [step, output] = stepWith(driven, "1\n");
-    EXPECT_EQ(step, "0: main.pump: a -> c");
-    const auto& ways = driven.eda("main.pump")->component()->reactivationTransitions();
-    std::ostringstream expected;
-    expected << "Choose non-deterministic transitions:\n main.pump\n  " << *ways[0]->transition() << "\n  "
-             << *ways[1]->transition() << "\n\n"
-             << SELECTION_HELP;
-    EXPECT_EQ(output, expected.str());
 }
 
 // ---- Reading lines

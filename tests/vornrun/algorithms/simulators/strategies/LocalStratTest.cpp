@@ -64,6 +64,14 @@ TEST(LocalStrat, AnAutomatonWithoutAnInvariantLeavesTheDelayToTheOthers) {
     EXPECT_EQ(step->time(), TimeInterval::INF_TIME);
 }
 
+TEST(LocalStrat, ADrawNearZeroOfAnUnboundedSetIsAProposal) {
+    ModelWriter model;
+    model.implementation("Job.i").data(x).mode("busy").mode("done").transition("busy", "done", when(x >= 1.0));
+    DrivenModel driven(model, LocalStrat());
+    driven.script({realDraw(1.5, 0.0, TimeInterval::INF_TIME), integerDraw(0), integerDraw(0)});
+    EXPECT_EQ(driven.step(), "1.5: main: busy -> done");
+}
+
 TEST(LocalStrat, AnAutomatonWhoseInvariantHasRunOutProposesOne) {
     ModelWriter model;
     model.implementation("Job.i").data(x).mode("busy", invariant(x <= -1.0)).mode("done").transition("busy", "done");

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/CaseName.h"
 #include "tests/vornrun/datastructures/vorn/syntax/SyntaxFixtures.h"
 
 namespace vornrun::test {
@@ -15,6 +16,7 @@ VornTrajectoryEquation* makeTrajectory(const std::string& variable, long rate) {
 }
 
 struct ModeTypeCase {
+    const char* name;
     VornModeType type;
     unsigned int number;
     const char* printed;
@@ -28,10 +30,11 @@ TEST_P(VornModeTypeNamed, PrintsBetweenColonAndMode) {
 }
 
 INSTANTIATE_TEST_SUITE_P(AllFour, VornModeTypeNamed,
-                         testing::Values(ModeTypeCase{VornModeType::plain, 0, "m: mode;"},
-                                         ModeTypeCase{VornModeType::initial, 1, "m: initial mode;"},
-                                         ModeTypeCase{VornModeType::activation, 2, "m: activation mode;"},
-                                         ModeTypeCase{VornModeType::error, 3, "m: error mode;"}));
+                         testing::Values(ModeTypeCase{"Plain", VornModeType::plain, 0, "m: mode;"},
+                                         ModeTypeCase{"Initial", VornModeType::initial, 1, "m: initial mode;"},
+                                         ModeTypeCase{"Activation", VornModeType::activation, 2, "m: activation mode;"},
+                                         ModeTypeCase{"Error", VornModeType::error, 3, "m: error mode;"}),
+                         CaseName());
 
 TEST(VornMode, PrintsInvariantAndTrajectoriesJoinedByAnd) {
     EXPECT_EQ(rendering(VornMode(0, "m", makeInvariant(), {}, VornModeType::plain)), "m: mode while safe;");

@@ -7,18 +7,17 @@
 #include "vornrun/datastructures/vorn/syntax/expressions/ResultTypes.h"
 
 // Each list applies M(Op, Left, Right) to the pairs of operand types of a class of operators.
-#define VORN_PAIRS_WITH_NUMERIC_RIGHT(M, Op, Left)                                             \
-    M(Op, Left, VornInterval) M(Op, Left, VornInt) M(Op, Left, VornReal) M(Op, Left, VornClock) \
-    M(Op, Left, VornContinuous)
-#define VORN_NUMERIC_PAIRS(M, Op)                       \
-    VORN_PAIRS_WITH_NUMERIC_RIGHT(M, Op, VornInterval)  \
-    VORN_PAIRS_WITH_NUMERIC_RIGHT(M, Op, VornInt)       \
-    VORN_PAIRS_WITH_NUMERIC_RIGHT(M, Op, VornReal)      \
-    VORN_PAIRS_WITH_NUMERIC_RIGHT(M, Op, VornClock)     \
+#define VORN_PAIRS_WITH_NUMERIC_RIGHT(M, Op, Left) \
+    M(Op, Left, VornInterval)                      \
+    M(Op, Left, VornInt) M(Op, Left, VornReal) M(Op, Left, VornClock) M(Op, Left, VornContinuous)
+#define VORN_NUMERIC_PAIRS(M, Op)                      \
+    VORN_PAIRS_WITH_NUMERIC_RIGHT(M, Op, VornInterval) \
+    VORN_PAIRS_WITH_NUMERIC_RIGHT(M, Op, VornInt)      \
+    VORN_PAIRS_WITH_NUMERIC_RIGHT(M, Op, VornReal)     \
+    VORN_PAIRS_WITH_NUMERIC_RIGHT(M, Op, VornClock)    \
     VORN_PAIRS_WITH_NUMERIC_RIGHT(M, Op, VornContinuous)
-#define VORN_INTEGER_PAIRS(M, Op)                                     \
-    M(Op, VornInterval, VornInterval) M(Op, VornInterval, VornInt)    \
-    M(Op, VornInt, VornInterval) M(Op, VornInt, VornInt)
+#define VORN_INTEGER_PAIRS(M, Op) \
+    M(Op, VornInterval, VornInterval) M(Op, VornInterval, VornInt) M(Op, VornInt, VornInterval) M(Op, VornInt, VornInt)
 #define VORN_BOOL_PAIR(M, Op) M(Op, VornBool, VornBool)
 #define VORN_EQUALITY_PAIRS(M, Op) \
     VORN_NUMERIC_PAIRS(M, Op) M(Op, VornBool, VornBool) M(Op, VornEnum, VornEnum) M(Op, VornModeVal, VornModeVal)

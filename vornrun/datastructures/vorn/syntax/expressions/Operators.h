@@ -15,23 +15,57 @@
 namespace vornrun {
 
 // Operator tags: template arguments only, with the text that the operator prints as.
-struct VornAnd { static constexpr std::string_view text = "and"; };
-struct VornOr { static constexpr std::string_view text = "or"; };
-struct VornImp { static constexpr std::string_view text = "imp"; };
-struct VornIff { static constexpr std::string_view text = "iff"; };
-struct VornPlus { static constexpr std::string_view text = "+"; };
-struct VornMinus { static constexpr std::string_view text = "-"; };
-struct VornMultiply { static constexpr std::string_view text = "*"; };
-struct VornDivide { static constexpr std::string_view text = "/"; };
-struct VornMod { static constexpr std::string_view text = "mod"; };
-struct VornEq { static constexpr std::string_view text = "="; };
-struct VornNEq { static constexpr std::string_view text = "!="; };
-struct VornLt { static constexpr std::string_view text = "<"; };
-struct VornLEq { static constexpr std::string_view text = "<="; };
-struct VornGt { static constexpr std::string_view text = ">"; };
-struct VornGEq { static constexpr std::string_view text = ">="; };
-struct VornNot { static constexpr std::string_view text = "not"; };
-struct VornInvert { static constexpr std::string_view text = "-"; };
+struct VornAnd {
+    static constexpr std::string_view text = "and";
+};
+struct VornOr {
+    static constexpr std::string_view text = "or";
+};
+struct VornImp {
+    static constexpr std::string_view text = "imp";
+};
+struct VornIff {
+    static constexpr std::string_view text = "iff";
+};
+struct VornPlus {
+    static constexpr std::string_view text = "+";
+};
+struct VornMinus {
+    static constexpr std::string_view text = "-";
+};
+struct VornMultiply {
+    static constexpr std::string_view text = "*";
+};
+struct VornDivide {
+    static constexpr std::string_view text = "/";
+};
+struct VornMod {
+    static constexpr std::string_view text = "mod";
+};
+struct VornEq {
+    static constexpr std::string_view text = "=";
+};
+struct VornNEq {
+    static constexpr std::string_view text = "!=";
+};
+struct VornLt {
+    static constexpr std::string_view text = "<";
+};
+struct VornLEq {
+    static constexpr std::string_view text = "<=";
+};
+struct VornGt {
+    static constexpr std::string_view text = ">";
+};
+struct VornGEq {
+    static constexpr std::string_view text = ">=";
+};
+struct VornNot {
+    static constexpr std::string_view text = "not";
+};
+struct VornInvert {
+    static constexpr std::string_view text = "-";
+};
 
 /// Any operator, for visitors.
 class AbstractOperator : public virtual VornExpressionTree {};

@@ -52,7 +52,7 @@ class TypedVornValue<VornModeVal> final : public TypedVornExpressionTree<VornMod
     explicit TypedVornValue(const RealisedMode* const& mode);
     TypedVornValue(const TypedVornValue& other);
     TypedVornValue& operator=(const TypedVornValue& other);
-    ~TypedVornValue() override;    // deletes a placeholder; the class of the mode is incomplete here
+    ~TypedVornValue() override;  // deletes a placeholder; the class of the mode is incomplete here
 
     const RealisedMode* const& value() const noexcept { return mValue; }
     /// Replaces the mode in place, as assigning a new value built from `mode` would: a placeholder is adopted.
