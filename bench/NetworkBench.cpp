@@ -8,20 +8,19 @@
 #include <log4cplus/logger.h>
 
 #include <malloc.h>
-#include <unistd.h>
 
 #include <cmath>
 #include <ctime>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <system_error>
+#include <utility>
 
-#include "vornrun/algorithms/parser/VornXmlParser.h"
+#include "tests/support/ModelWriter.h"
+#include "tests/support/ParseModel.h"
+#include "vornrun/Log.h"
 #include "vornrun/algorithms/vornconstructor/VornModelConstructor.h"
 #include "vornrun/datastructures/eda/EDANetwork.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
@@ -30,120 +29,46 @@
 namespace vornrun {
 namespace {
 
-// An actor goes round between two modes, with a guard that holds, a write, and a blocking event. An idler has the same
-// shape, but its guard holds only after a delay that the benchmark never reaches.
-constexpr const char* TYPE =
-    "<ComponentType><name>@</name><category>6</category>"
-    "<in_event_ports><InEventPort><name>hear</name></InEventPort></in_event_ports>"
-    "<out_event_ports><OutEventPort><name>say</name><nonblocking>False</nonblocking></OutEventPort></out_event_ports>"
-    "<out_data_ports><OutDataPort><name>o</name><observable>False</observable><alarm>False</alarm>"
-    "<data_type type=\"Int\"/><default_value><number>0</number></default_value></OutDataPort></out_data_ports>"
-    "</ComponentType>\n";
+using namespace test;
 
-// A comparison of the clock with a number, plain and as clauses: @1 its tag, @2 the number, @3 the operator.
-constexpr const char* COMPARISON =
-    "<@1 type=\"BinaryOperatorTreeNode\"><node_type>0</node_type>"
-    "<left type=\"IdentifierTreeNode\"><node_type>5</node_type><name>x</name></left>"
-    "<right type=\"NumberTreeNode\"><node_type>2</node_type><number>@2</number></right><operator>@3</operator></@1>"
-    "<clauses><Clause><equations><LinExp>"
-    "<constant type=\"NumberTreeNode\"><node_type>2</node_type><number>@2</number></constant>"
-    "<operator>@3</operator><terms><Term>"
-    "<factor type=\"NumberTreeNode\"><node_type>2</node_type><number>1.0</number></factor>"
-    "<var type=\"IdentifierTreeNode\"><node_type>5</node_type><name>x</name></var></Term></terms>"
-    "</LinExp></equations></Clause></clauses>";
-
-constexpr const char* VARIABLE = "type=\"IdentifierTreeNode\"><node_type>1</node_type><name>";
-constexpr const char* NUMBER = "type=\"NumberTreeNode\"><node_type>1</node_type><number>";
-
-std::string replaced(std::string text, const std::string& what, const std::string& with) {
-    for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + with.size()))
-        text.replace(at, what.size(), with);
-    return text;
+/// Goes round between two modes, with a write, an event that needs a listener, and a guard.
+/// \param ready what the clock has to reach for the guard to hold
+void writeComponent(ModelWriter& model, const std::string& name, double ready) {
+    const Var x = var("x", Type::Clock), n = var("n", Type::Int), o = var("o", Type::Int);
+    const Expr bounded = x <= 1e9;
+    model.type(name).inEvent("hear").outEvent("say").outData(o, 0);
+    model.implementation(name + ".i")
+        .data(x)
+        .data(n)
+        .mode("a", invariant(bounded))
+        .mode("b", invariant(bounded))
+        .transition("a", "b", on("say"), when(x >= ready), set(n, 1))
+        .transition("b", "a", on("say"), when(x >= ready))
+        .transition("a", "a", on("hear"))
+        .flow(o, n);
 }
 
-std::string comparison(const std::string& tag, const std::string& number, int operation) {
-    return replaced(replaced(replaced(COMPARISON, "@1", tag), "@2", number), "@3", std::to_string(operation));
-}
-
-std::string transition(const std::string& from, const std::string& to, const std::string& label) {
-    return "<ModeTransition><source_mode>" + from + "</source_mode><target_mode>" + to + "</target_mode><label>" +
-           label + "</label></ModeTransition>";
-}
-
-/// \param guard what the clock has to reach for a transition
-std::string component(const std::string& name, const std::string& guard) {
-    const std::string ready = comparison("guard", guard, 3);
-    const std::string write = std::string("<effects><BinaryOperatorTreeNode><left ") + VARIABLE +
-                              "n</name></left><right " + NUMBER +
-                              "1</number></right></BinaryOperatorTreeNode></effects>";
-    const std::string bounded = comparison("invariant", "1000000000.0", 1);
-    return "<ComponentImplementation><name>" + name + ".i</name><modes><Mode><name>a</name><type>0</type>" + bounded +
-           "</Mode><Mode><name>b</name><type>3</type>" + bounded + "</Mode></modes><normal_mode_transitions>" +
-           transition("a", "b", "<trigger>say</trigger>" + ready + write) +
-           transition("b", "a", "<trigger>say</trigger>" + ready) + transition("a", "a", "<trigger>hear</trigger>") +
-           "</normal_mode_transitions><data_port_connections/><event_port_connections/"
-           "><flows><Flow><expression><left " +
-           VARIABLE + "o</name></left><right " + VARIABLE +
-           "n</name></right></expression></Flow></flows>"
-           "<non_data_subcomponents/><data_subcomponents>"
-           "<DataSubcomponent><name>x</name><data_type type=\"Clock\"/></DataSubcomponent>"
-           "<DataSubcomponent><name>n</name><data_type type=\"Int\"/></DataSubcomponent>"
-           "</data_subcomponents></ComponentImplementation>\n";
-}
-
-/// The first subcomponent is the actor, the others are idlers, each of which listens to the one before it. The root
-/// listens to the actor, so that its event has a partner also when it is alone.
-void writeRoot(std::ostream& stream, long components) {
-    stream << "<ComponentImplementation><name>Root.i</name><modes><Mode><name>m</name><type>0</type></Mode></modes>"
-           << "<normal_mode_transitions>" << transition("m", "m", "<trigger>c0.say</trigger>")
-           << "</normal_mode_transitions><data_port_connections/><event_port_connections>\n";
-    for (long i = 0; i < components && components > 1; ++i)
-        stream << "<PortConnection><source_port>c" << i << ".say</source_port><target_port>c" << (i + 1) % components
-               << ".hear</target_port><passive>False</passive></PortConnection>\n";
-    stream << "</event_port_connections><flows/><non_data_subcomponents>\n";
-    for (long i = 0; i < components; ++i)
-        stream << "<NonDataSubcomponent><name>c" << i
-               << "</name><implementation_ref>main::" << (i == 0 ? "Actor" : "Idler")
-               << ".i</implementation_ref><accesses/><running_on/><stored_in/></NonDataSubcomponent>\n";
-    stream << "</non_data_subcomponents><data_subcomponents/></ComponentImplementation>";
-}
-
-/// A generated model file, removed at the end.
-class ModelFile {
-  public:
-    explicit ModelFile(long components)
-        : mPath(std::filesystem::temp_directory_path() /
-                ("vornrun-network-bench-" + std::to_string(getpid()) + ".xml")) {
-        std::ofstream stream(mPath);
-        stream << "<CompileInformation><packages><Package><name>main</name><public_subpackage><types>\n"
-               << "<ComponentType><name>Root</name><category>8</category></ComponentType>\n"
-               << replaced(TYPE, "@", "Actor") << replaced(TYPE, "@", "Idler") << "</types><implementations>\n"
-               << component("Actor", "0.0");
-        // Unused it would be a second root.
-        if (components > 1) stream << component("Idler", "900000000.0");
-        writeRoot(stream, components);
-        stream << "</implementations></public_subpackage></Package></packages></CompileInformation>\n";
-        if (!stream.flush()) throw std::runtime_error("cannot write " + mPath.string());
-    }
-    ModelFile(const ModelFile&) = delete;
-    ModelFile& operator=(const ModelFile&) = delete;
-    ~ModelFile() {  // the file is this object's alone
-        std::error_code ignored;
-        std::filesystem::remove(mPath, ignored);
-    }
-    std::string path() const { return mPath.string(); }
-
-  private:
-    std::filesystem::path mPath;
-};
-
+/// An actor, whose guard holds, and idlers, whose guards hold only after a delay that the benchmark never reaches. Each
+/// idler listens to the one before it, the first of them to the actor. The root listens to the actor, so that its event
+/// has a listener also when it is alone.
 std::unique_ptr<VornSpecification> parse(long components) {
-    // Without a level the logging library passes the records of every step.
+    ModelWriter model;
+    writeComponent(model, "Actor", 0.0);
+    // Unused it would be a second root.
+    if (components > 1) writeComponent(model, "Idler", 9e8);
+    ImplementationWriter& root = model.implementation("Root.i");
+    root.mode("m").transition("m", "m", on("c0.say"));
+    std::string before;
+    for (long i = 0; i < components; ++i) {
+        std::string name("c");
+        name += std::to_string(i);
+        root.subcomponent(name, i == 0 ? "main::Actor.i" : "main::Idler.i");
+        if (i > 0) root.connectEvent(before + ".say", name + ".hear");
+        before = std::move(name);
+    }
     log4cplus::Logger::getRoot().setLogLevel(log4cplus::WARN_LOG_LEVEL);
-    const ModelFile file(components);
-    parser::XmlContext context;
-    VornXmlParser parser(context);
-    return std::unique_ptr<VornSpecification>(parser.parseVorn(file.path()));
+    Log::refreshLevels();
+    return parseModel(model);
 }
 
 /// Instance tree, values and network of a specification.
