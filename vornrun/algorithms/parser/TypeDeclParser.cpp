@@ -78,17 +78,17 @@ VornXmlParser::TypeDeclParser::Ports VornXmlParser::TypeDeclParser::parsePorts(c
     for (const xercesc::DOMNode* node = nodes->item(0); node != nullptr; node = node->getNextSibling()) {
         if (node->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) continue;
         // A reference stands in the list under its own name; what is read is its target.
-        const auto* stub = static_cast<const DOMElement*>(node);
-        if (elemMatchesTag(stub, tags().errorEventPort)) {
-            ports.push_back(parseErrorPort(checkReference(stub), direction));
-        } else if (featureTagMatches(stub, type, direction)) {
-            const DOMElement* element = checkReference(stub);
+        const auto* listed = static_cast<const DOMElement*>(node);
+        if (elemMatchesTag(listed, tags().errorEventPort)) {
+            ports.push_back(parseErrorPort(checkReference(listed), direction));
+        } else if (featureTagMatches(listed, type, direction)) {
+            const DOMElement* element = checkReference(listed);
             ports.push_back(type == PortType::data ? parseDataPort(element, direction)
                                                    : parseEventPort(element, direction));
         } else {
             VORNRUN_LOG(
                 sLogger, Warn,
-                "[Incomplete parser warning:] Unknown port tag '" << parser::util::nodeName(stub) << "' ignored.");
+                "[Incomplete parser warning:] Unknown port tag '" << parser::util::nodeName(listed) << "' ignored.");
         }
     }
     return ports;
