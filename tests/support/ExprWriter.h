@@ -3,7 +3,7 @@
 /// Expressions as a test writes them, and as a model file holds them.
 ///
 ///     const Var x = var("x", Type::Clock), n = var("pump.n", Type::Int), mode = modeOf("pump");
-///     const Expr e = x <= 5.0 && (n == 3 || !var("b", Type::Bool)) && mode == modeLiteral("failed");
+///     const Expr e = x <= 5.0 && (n == 3 || !var("b", Type::Bool)) && mode == modeLiteral("pump.mode:failed");
 ///     e.xml("guard");    // <guard type="BinaryOperatorTreeNode"><node_type>0</node_type><left ...
 ///
 /// C++ numbers and truth values are constants by themselves: 5 is an int, 5.0 a real, true a bool. Every operator of

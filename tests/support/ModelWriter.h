@@ -20,7 +20,7 @@
 ///         .data(var("alarm", Type::Bool), observable)
 ///         .mode("on").mode("off")
 ///         .transition("on", "off", when(pumpBroken))
-///         .flow(var("alarm", Type::Bool), pumpBroken || modeOf("pump") == modeLiteral("dead"))
+///         .flow(var("alarm", Type::Bool), pumpBroken || modeOf("pump") == modeLiteral("pump.mode:dead"))
 ///         .connectEvent("go", "pump.start", inModes("on"));
 ///
 ///     const auto specification = parseModel(model);    // tests/support/ParseModel.h
