@@ -170,7 +170,7 @@ TEST(References, AreFoundByTheirOwnNameWhateverTheirTargetIsCalled) {
 }
 
 TEST(References, AreReplacedByTheirTargetAndTheirChildrenIgnored) {
-    const Parsed p("<r><a objref='1'><name>stub</name></a><s objid='1'><name>target</name></s></r>");
+    const Parsed p("<r><a objref='1'><name>own</name></a><s objid='1'><name>target</name></s></r>");
     EXPECT_EQ(p.helpers.getNameFromChildNodes(p.helpers.firstChild(p.root())), "target");
 }
 

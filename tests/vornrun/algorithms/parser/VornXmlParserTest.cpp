@@ -82,7 +82,7 @@ TEST(Models, MustHavePackagesOnlyInAList) {
 TEST(Models, AreReadThroughReferencesForwardAndBackward) {
     // In a list of packages it is the target whose name counts.
     EXPECT_EQ(packageNames(model("<packages><any objref='1'/></packages><x>"
-                                 "<Package objid='1'><name objref='2'>stub</name></Package><n objid='2'>real</n></x>")),
+                                 "<Package objid='1'><name objref='2'>own</name></Package><n objid='2'>real</n></x>")),
               Texts{"real"});
     EXPECT_EQ(modelFault(model("<packages><Package objref='1'/></packages><x objid='1'/>")),
               "Error while parsing:  (Unexpected node:\n\tExpected: Package .\n\tFound: x)");
