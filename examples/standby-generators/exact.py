@@ -117,8 +117,8 @@ def hot_spare():
 
 
 if __name__ == "__main__":
-    for question, value in {"dark": long_outage(SLOW_STARTS, BATTERY_LASTS, WEEK),
-                            "battery": long_outage(1.0, BATTERY_LASTS, WEEK),
-                            "fuel": fuel_low(), "service": service_due(),
-                            "cold": cold_spare(), "hot": hot_spare()}.items():
-        print(f"{question:8} {value:.6f}")
+    for question, value in {"properties.xml": long_outage(SLOW_STARTS, BATTERY_LASTS, WEEK),
+                            "properties-battery.xml": long_outage(1.0, BATTERY_LASTS, WEEK),
+                            "properties-fuel.xml": fuel_low(), "properties-service.xml": service_due(),
+                            "properties-cold.xml": cold_spare(), "properties-hot.xml": hot_spare()}.items():
+        print(f"{question:23} {value:.6f}")
