@@ -194,19 +194,29 @@ def race():
 
 
 def spare():
-    """A spare that exists in the hours 0 to 1 and 3 to 4; between them the countdown to its failure stands still."""
+    """A spare that exists in the hours 0 to 1 and 1.5 to 2.5; and the same with sleep and waking in no time."""
     unit = implementation("Spare.impl", modes=[mode("works", "initial"), mode("failed", "error")],
                           transitions=[transition("works", "failed", trigger="fault")])
-    station = implementation(
-        "Station.impl",
-        modes=[mode("before", "initial", invariant=x <= 1.0), mode("without", invariant=x <= 3.0),
-               mode("after", invariant=x <= 4.0), mode("closed")],
-        transitions=[transition("before", "without", guard=x >= 1.0), transition("without", "after", guard=x >= 3.0),
-                     transition("after", "closed", guard=x >= 4.0)],
-        subcomponents=[subcomponent("spare", "Spare.impl", modes=["before", "after"])], data=[data(x, 0.0)])
-    save("spare", [component_type("Station", "system"),
-                   component_type("Spare", "device", out_events=[error_event("fault", 0.5)])], [station, unit],
-         eventually(mode_is("spare.", "failed"), 1000.0))
+    types = [component_type("Station", "system"),
+             component_type("Spare", "device", out_events=[error_event("fault", 0.5)])]
+
+    def station(modes, transitions, awake):
+        return implementation("Station.impl", modes=[*modes, mode("closed")], transitions=transitions,
+                              subcomponents=[subcomponent("spare", "Spare.impl", modes=awake)], data=[data(x, 0.0)])
+
+    combined = station(
+        [mode("before", "initial", invariant=x <= 1.0), mode("without", invariant=x <= 1.5),
+         mode("after", invariant=x <= 2.5)],
+        [transition("before", "without", guard=x >= 1.0), transition("without", "after", guard=x >= 1.5),
+         transition("after", "closed", guard=x >= 2.5)], ["before", "after"])
+    separate = station(
+        [mode("before", "initial", invariant=x <= 1.0), mode("leaving"), mode("without", invariant=x <= 1.5),
+         mode("coming"), mode("after", invariant=x <= 2.5)],
+        [transition("before", "leaving", guard=x >= 1.0), transition("leaving", "without"),
+         transition("without", "coming", guard=x >= 1.5), transition("coming", "after"),
+         transition("after", "closed", guard=x >= 2.5)], ["before", "leaving", "after"])
+    for name, root in (("spare", combined), ("spare-exact", separate)):
+        save(name, types, [root, unit], eventually(mode_is("spare.", "failed"), 1000.0))
 
 
 def guarded():
