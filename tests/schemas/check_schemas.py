@@ -47,8 +47,8 @@ class Checks:
         files = [str(file) for file in files]
         if not files:
             return {}
-        run = subprocess.run([self.arguments.xmllint, "--noent", "--noout", "--schema", str(schema), *files],
-                             capture_output=True, text=True)
+        command = [self.arguments.xmllint, "--huge", "--noent", "--noout", "--schema", str(schema), *files]
+        run = subprocess.run(command, capture_output=True, text=True)
         lines = run.stderr.splitlines()
         faults = {}
         for file in files:
