@@ -6,7 +6,7 @@ usage: check_schemas.py --source ROOT [--xmllint PROGRAM] [--tool PROGRAM] GROUP
 Groups:
   valid        valid/ and the golden model validate
   invalid      each file of invalid/ is refused; its name tells its fault
-  examples     the models and property files of all examples validate
+  examples     the models and property files of all examples and documents validate
   expressions  the children of an expression in every order validate; with one missing or doubled they are refused
   namespaces   property files in a namespace, against a schema made for it
   tool         the tool reads what validates, and reports a fault in what does not
@@ -101,7 +101,8 @@ def check_invalid(checks):
 
 
 def check_examples(checks):
-    expect_all(checks, by_root(sorted((checks.arguments.source / "examples").rglob("*.xml"))), True)
+    for folder in ("examples", "docs"):
+        expect_all(checks, by_root(sorted((checks.arguments.source / folder).rglob("*.xml"))), True)
 
 
 def check_namespaces(checks):
