@@ -2,19 +2,19 @@
 """Computes the answers about the power grid without simulation.
 
 The bays are independent of each other and alike: each supplies, waits for its crew, or is under repair. A group of bays
-is therefore a chain over (bays that wait, bays under repair). Chains are solved by uniformisation, stations are combined
-by the binomial distribution, and the time that a battery lasts enters as a delay into the equations of one station.
+is therefore a chain over (bays that wait, bays under repair). Chains are solved by uniformisation, stations combined by
+the binomial distribution, and the time that a battery lasts enters as a delay into the equations of one station.
 """
 import math
 
-from generate import (ARRIVAL_RATE, BAY_POWER, BAYS, CHARGE, DAY, DEMAND, GRID_LIMIT, PARTS, READING_PERIOD, REPAIR_RATE,
-                      STARTING, STATIONS, STATIONS_AFFECTED)
+from generate import (ARRIVAL_RATE, BAY_POWER, BAYS, CHARGE, DAY, DEMAND, GRID_LIMIT, PARTS, READING_PERIOD,
+                      REPAIR_RATE, STARTING, STATIONS, STATIONS_AFFECTED)
 
 FAIL_RATE = sum(PARTS.values())  # of a bay: its parts in series
 
 
 def chain(bays, alive):
-    """{state: [(rate, next state or None)]} of so many bays, from all supplying; None stands for all that is not alive."""
+    """{state: [(rate, next state or None)]} of so many bays, all supplying at first; None is all that is not alive."""
     moves, todo = {}, [(0, 0)]
     while todo:
         waiting, repaired = state = todo.pop()
@@ -75,7 +75,7 @@ def station_lost(steps_per_quarter):
 
     With a(t) the distribution over the states without shortage, and b(t) over those with a shortage and a battery that
     is not empty yet, and Q the generator in blocks: a' = a Qaa + b Qba, b' = b Qbb + a Qab - e(t), where
-    e(t) = a(t-d) Qab exp(Qbb d) is the density of the batteries that become empty at time t, d after the shortage began.
+    e(t) = a(t-d) Qab exp(Qbb d) is the rate at which batteries become empty at time t, d after the shortage began.
     The equations are integrated by the method of Heun.
     """
     moves = chain(BAYS, lambda state: True)
@@ -126,7 +126,7 @@ def grid_low():
 
 
 def grid_low_at_reading():
-    """The same at one of the readings. States with far more bays out than asked for are left aside: they are too rare."""
+    """The same at one of the readings. States with far more bays out than asked for are too rare to count."""
     out = STATIONS * BAYS - GRID_LIMIT // BAY_POWER
     moves = chain(STATIONS * BAYS, lambda state: sum(state) < out + 15)
     now = {(0, 0): 1.0}

@@ -28,12 +28,13 @@ def part(name, rate):
 
 
 # A crew travels to the bay, repairs it and leaves. It exists only while its bay is out.
-crew_type = component_type("Crew", "process", out_events=[error_event("arrives", ARRIVAL_RATE), error_event("done", REPAIR_RATE)])
+crew_type = component_type("Crew", "process",
+                           out_events=[error_event("arrives", ARRIVAL_RATE), error_event("done", REPAIR_RATE)])
 crew = implementation("Crew.impl", modes=[mode("travelling", "activation"), mode("repairing"), mode("leaving")],
                       transitions=[transition("travelling", "repairing", "arrives"),
                                    transition("repairing", "leaving", "done")])
 
-# A bay supplies power while all its parts work. Its flow ends with the mode, and the port falls back to its default of 0.
+# A bay supplies power while all its parts work. Its flow ends with the mode, and the port falls back to its default 0.
 bay_type = component_type("Bay", "system", out_data=[out_port("power", "int", 0)])
 bay = implementation(
     "Bay.impl",
@@ -53,14 +54,15 @@ battery = implementation(
     "Battery.impl",
     modes=[mode("starting", "activation", invariant=since <= STARTING),
            mode("feeding", invariant=charge >= 0.0, rates={charge: -1.0}), mode("drained")],
-    transitions=[transition("starting", "feeding", guard=since >= STARTING, effects=[assign(gives, DEMAND - BAY_POWER)]),
+    transitions=[transition("starting", "feeding", guard=since >= STARTING,
+                            effects=[assign(gives, DEMAND - BAY_POWER)]),
                  transition("feeding", "drained", "empty", guard=charge <= 0.0, effects=[assign(gives, 0)])],
     data=[data(since), data(charge, CHARGE)])
 
 # A station sums up its bays. Short of power it raises the alarm and calls its battery; without the battery it is lost.
 power, affected, available = integer("power"), integer("affected"), integer("available")
-station_type = component_type("Station", "system", out_data=[out_port("power", "int", 0), out_port("available", "int", 0),
-                                                             out_port("affected", "int", 0)],
+station_type = component_type("Station", "system",
+                              out_data=[out_port(name, "int", 0) for name in ("power", "available", "affected")],
                               out_events=[out_event("alarm", nonblocking=True), out_event("lost", nonblocking=True)])
 bays = [f"bay{i}" for i in range(1, BAYS + 1)]
 station = implementation(
@@ -88,7 +90,8 @@ dispatcher = implementation(
 meter_type = component_type("Meter", "device", out_events=[out_event("reads", nonblocking=True)])
 meter = implementation(
     "Meter.impl", modes=[mode("waiting", "initial", invariant=since <= READING_PERIOD)],
-    transitions=[transition("waiting", "waiting", "reads", guard=since >= READING_PERIOD, effects=[assign(since, 0.0)])],
+    transitions=[transition("waiting", "waiting", "reads", guard=since >= READING_PERIOD,
+                            effects=[assign(since, 0.0)])],
     data=[data(since)])
 
 # The grid sums up its stations and keeps the least supply that was read.
@@ -99,7 +102,8 @@ grid = implementation(
     "Grid.impl", modes=[mode("operating", "initial")],
     transitions=[transition("operating", "operating", "meter.reads",
                             effects=[assign(least, case([(supply < least, supply)], least))])],
-    event_connections=[connection(f"{name}.{event}", f"dispatcher.{event}") for name in stations for event in ("alarm", "lost")],
+    event_connections=[connection(f"{name}.{event}", f"dispatcher.{event}")
+                       for name in stations for event in ("alarm", "lost")],
     flows=[flow(supply, total([integer(f"{name}.power") for name in stations])),
            flow(integer("with_batteries"), total([integer(f"{name}.available") for name in stations])),
            flow(affected, total([integer(f"{name}.affected") for name in stations]))],
@@ -109,7 +113,8 @@ grid = implementation(
           data(affected, 0), data(least, STATIONS * BAYS * BAY_POWER)])
 
 part_types, parts = zip(*(part(name, rate) for name, rate in PARTS.items()))
-GRID = model("power", [*part_types, crew_type, bay_type, battery_type, station_type, dispatcher_type, meter_type, grid_type],
+GRID = model("power",
+             [*part_types, crew_type, bay_type, battery_type, station_type, dispatcher_type, meter_type, grid_type],
              [*parts, crew, bay, battery, station, dispatcher, meter, grid])
 
 QUESTIONS = {

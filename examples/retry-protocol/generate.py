@@ -27,7 +27,7 @@ def after(delay, **more):
     return {"guard": c >= delay, **more}
 
 
-# A transmitter takes a frame, sends it when it is complete, and cools before it takes the next one. There are two makes.
+# A transmitter takes a frame, sends it when it is complete, and cools before it takes the next. There are two makes.
 transmitter_type = component_type("Transmitter", "device", in_events=[in_event("load")],
                                   out_events=[out_event("air", nonblocking=True)])
 
@@ -35,7 +35,8 @@ transmitter_type = component_type("Transmitter", "device", in_events=[in_event("
 def transmitter(make, keying, cooling):
     return implementation(
         f"Transmitter.{make}",
-        modes=[mode("ready", "activation"), mode("keying", invariant=c <= keying), mode("cooling", invariant=c <= cooling)],
+        modes=[mode("ready", "activation"), mode("keying", invariant=c <= keying),
+               mode("cooling", invariant=c <= cooling)],
         transitions=[transition("ready", "keying", "load", effects=[assign(c, 0.0)]),
                      transition("keying", "cooling", "air", **after(keying, effects=[assign(c, 0.0)])),
                      transition("cooling", "ready", **after(cooling))],
@@ -68,7 +69,8 @@ log = implementation("Log.impl", modes=[mode("listening", "initial")],
 
 # The ground station starts the pass by raising a port of its controller, and hears from it how the pass ended.
 since = clock("since")
-ground_type = component_type("Ground", "system", in_events=[in_event("rx")], out_events=[out_event("tx", nonblocking=True)])
+ground_type = component_type("Ground", "system", in_events=[in_event("rx")],
+                             out_events=[out_event("tx", nonblocking=True)])
 ground = implementation(
     "Ground.impl",
     modes=[mode("before", "initial", invariant=since <= PASS_BEGINS), mode("contact"), mode("over")],
@@ -96,7 +98,8 @@ decoder = implementation(
 
 # The spacecraft executes the first command and counts further copies of it.
 copies = integer("copies")
-craft_type = component_type("Craft", "system", in_events=[in_event("rx")], out_events=[out_event("tx", nonblocking=True)])
+craft_type = component_type("Craft", "system", in_events=[in_event("rx")],
+                            out_events=[out_event("tx", nonblocking=True)])
 craft = implementation(
     "Craft.impl",
     modes=[mode("listening", "initial"), mode("executed")],
@@ -108,7 +111,8 @@ craft = implementation(
     data=[data(copies, 0)])
 
 # The channel fades and clears by itself; the link follows it and lets frames through only while it is clear.
-channel_type = component_type("Channel", "bus", out_events=[error_event("fades", FADE_RATE), error_event("clears", CLEAR_RATE)])
+channel_type = component_type("Channel", "bus",
+                              out_events=[error_event("fades", FADE_RATE), error_event("clears", CLEAR_RATE)])
 channel = implementation("Channel.impl", modes=[mode("clear", "initial"), mode("faded", "error")],
                          transitions=[transition("clear", "faded", "fades"), transition("faded", "clear", "clears")])
 link_type = component_type("Link", "system")
@@ -122,7 +126,8 @@ link = implementation(
                    subcomponent("craft", "Craft.impl")])
 
 LINK = model("telecommand",
-             [transmitter_type, controller_type, log_type, ground_type, decoder_type, craft_type, channel_type, link_type],
+             [transmitter_type, controller_type, log_type, ground_type, decoder_type, craft_type, channel_type,
+              link_type],
              [transmitter("ground", GROUND_KEYING, GROUND_COOLING), transmitter("craft", CRAFT_KEYING, CRAFT_COOLING),
               controller, log, ground, decoder, craft, channel, link])
 
