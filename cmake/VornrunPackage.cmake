@@ -9,15 +9,15 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The tool itself needs none of these: they run the generators of the examples and draw the topologies.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "bash-completion, graphviz, python3")
+# The synopsis is the project's description.
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"statistical model checker for stochastic, hybrid component models
- vornrun reads a model of components with modes, clocks, continuous variables,
- error events with Poisson rates and parts that come and go, and questions in
- Continuous Stochastic Logic. It runs many random traces on all cores and
- answers each question with an interval for its probability.
- .
- The package holds the tool, its manual, schemas of the two file formats and
- examples.")
+"vornrun reads a model of components with modes, clocks, continuous variables,
+error events with Poisson rates and parts that come and go, and questions in
+Continuous Stochastic Logic. It runs many random traces on all cores and
+answers each question with an interval for its probability.
+.
+The package holds the tool, its manual, schemas of the two file formats and
+examples.")
 
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
