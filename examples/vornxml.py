@@ -13,8 +13,9 @@ over clocks and continuous variables. `clauses_of` does that split. Equal expres
 """
 import xml.etree.ElementTree as ET
 
-NODE_TYPES = {"bool": 0, "int": 1, "real": 2, "enum": 3, "clock": 5, "continuous": 6, "mode": 12, "interval": 16}
-CONSTANT_NODE_TYPES = {"bool": 0, "int": 1, "real": 2, "enum": 4, "mode": 13}
+NODE_TYPES = {"bool": 0, "int": 1, "real": 2, "enum": 3, "clock": 5, "continuous": 6, "mode": 12, "error": 14,
+              "interval": 16}
+CONSTANT_NODE_TYPES = {"bool": 0, "int": 1, "real": 2, "enum": 4, "mode": 13, "error": 15}
 OPERATORS = {"<": 0, "<=": 1, ">": 2, ">=": 3, "=": 4, "!=": 5, "+": 6, "-": 7, "*": 8, "/": 9, "and": 10, "or": 12,
              "not": 15, "negate": 16, "iff": 17, "imp": 18, "mod": 19}
 COMPARISONS = ("<", "<=", ">", ">=", "=", "!=")
@@ -76,8 +77,8 @@ class Expression:
                            type="IdentifierTreeNode")
         if self.operator == "constant":
             return element(tag, element("node_type", CONSTANT_NODE_TYPES[self.kind]), *constant_content(self.name),
-                           type={"bool": "BooleanTreeNode", "enum": "IdentifierTreeNode",
-                                 "mode": "IdentifierTreeNode"}.get(self.kind, "NumberTreeNode"))
+                           type={"bool": "BooleanTreeNode", "enum": "IdentifierTreeNode", "mode": "IdentifierTreeNode",
+                                 "error": "IdentifierTreeNode"}.get(self.kind, "NumberTreeNode"))
         if self.operator == "case":
             *branches, default = self.operands
             tuples = [element("tuple", condition.to_xml("condition"), value.to_xml("value"))
@@ -127,6 +128,11 @@ def enum_literal(name): return Expression("enum", "constant", [], name)
 def mode_is(path, name):
     """Whether the component at `path` ("" for this one, "a.b." for one below) is in the mode `name`."""
     return variable(f"{path}mode", "mode") == Expression("mode", "constant", [], f"{path}mode:{name}")
+
+
+def error_is(path, name):
+    """The same as `mode_is`, in the form in which the language names the error state of a component."""
+    return variable(f"{path}error", "error") == Expression("error", "constant", [], f"{path}error:{name}")
 
 
 def case(branches, default):
@@ -355,6 +361,13 @@ def until(left, right, upper, lower=0):
 
 
 def eventually(expression, upper, lower=0): return until(true(), atom(expression), upper, lower)
+
+
+def next_state(operand, upper, lower=0):
+    """A step that ends at a time in [lower, upper] leads to a state in which `operand`, an element, holds.
+
+    The initial state counts as reached by a step at time 0."""
+    return probability(element("x", *bounds(lower, upper), operand))
 
 
 def properties(*formulas): return element("formulae", *(element("cslFormula", formula) for formula in formulas))
