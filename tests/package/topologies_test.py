@@ -55,7 +55,7 @@ class Pictures(Dumps):
     def test_both_dumps_become_pictures_beside_them(self):
         run = self.render()
         self.assertEqual((run.returncode, run.stderr, run.stdout), (0, "", "EC_output.svg\nDD_output.svg\n"))
-        self.assertTrue(self.picture("EC_output.svg").startswith("-Tsvg\ndigraph {"))
+        self.assertTrue(self.picture("EC_output.svg").startswith("-Tsvg\ndigraph EC_output {"))
         self.assertIn('1 [label="a := b" color=green3', self.picture("DD_output.svg"))
         self.assertIn("1->2 [", self.picture("DD_output.svg"))
 
