@@ -1,5 +1,5 @@
-# Run by CPack between the installation into its own folder and the making of the package. Debian wants its changelog and
-# the man page packed, with no file name and no time of day inside.
+# Run by CPack between the installation into its own folder and the making of the package. Debian wants its changelog
+# and the man page packed, with no file name and no time of day inside.
 set(share "${CPACK_TEMPORARY_INSTALL_DIRECTORY}/usr/share")
 if(NOT CPACK_PACKAGING_INSTALL_PREFIX STREQUAL "/usr")
   message(FATAL_ERROR "A Debian package belongs below /usr, not below ${CPACK_PACKAGING_INSTALL_PREFIX}")
