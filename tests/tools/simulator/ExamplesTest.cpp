@@ -61,6 +61,16 @@ const Question QUESTIONS[] = {
     {"VotingSensorsNoVote", "voting-sensors", "properties-no-vote.xml", 0.426867, 4000},
     {"VotingSensorsTwoStuck", "voting-sensors", "properties-two-stuck.xml", 0.125141, 4000},
     {"VotingSensorsUnnoticed", "voting-sensors", "properties-unnoticed.xml", 0.010734, 8000},
+    {"StandbyGeneratorsDark", "standby-generators", "properties.xml", 0.317950, 2000},
+    {"StandbyGeneratorsBattery", "standby-generators", "properties-battery.xml", 0.793147, 2000},
+    {"StandbyGeneratorsFuel", "standby-generators", "properties-fuel.xml", 0.457172, 2000},
+    {"StandbyGeneratorsService", "standby-generators", "properties-service.xml", 0.407317, 2000},
+    {"StandbyGeneratorsColdPair", "standby-generators", "properties-cold.xml", 0.205653, 4000},
+    {"StandbyGeneratorsHotPair", "standby-generators", "properties-hot.xml", 0.322953, 4000},
+    {"HeatedTankOverflows", "heated-tank", "properties.xml", 0.085926, 4000},
+    {"HeatedTankBurnsOut", "heated-tank", "properties-burnt.xml", 0.419576, 4000},
+    {"HeatedTankNarrowlySaved", "heated-tank", "properties-narrow.xml", 0.024405, 8000},
+    {"HeatedTankLevelIsPassedUnseen", "heated-tank", "properties-passed.xml", 0.038434, 4000},
 };
 
 INSTANTIATE_TEST_SUITE_P(, Examples, testing::ValuesIn(QUESTIONS), CaseName{});
