@@ -105,7 +105,8 @@ class Manual(unittest.TestCase):
 
     @unittest.skipUnless(shutil.which("mandoc"), "no mandoc here")
     def test_mandoc_finds_no_fault(self):
-        run = subprocess.run(["mandoc", "-T", "lint", "-W", "warning", MANUAL], capture_output=True, text=True, check=False)
+        run = subprocess.run(["mandoc", "-T", "lint", "-W", "warning", MANUAL], capture_output=True, text=True,
+                             check=False)
         self.assertEqual(run.stdout + run.stderr, "")
 
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The script that makes pictures of the topologies. Where Graphviz is missing, a stand-in for dot shows what it is given."""
+"""The script that draws the topologies. A stand-in for dot, which may be missing, shows what it is given."""
 import os
 import pathlib
 import shutil
@@ -12,7 +12,8 @@ from build_under_test import SOURCE, TOOL, smallest_example
 
 SCRIPT = SOURCE / "tools/topology/render-topologies"
 EVENTS = ('digraph EC {\n 1[label="tick" color="green"]\n 2[label="tick" color="red"]\n'
-          '1->2[ style=dotted label="[3] -> [7] (event port clock.tick -> lamp.tick;)" color=red]\n2->1[ color=green]\n}\n')
+          '1->2[ style=dotted label="[3] -> [7] (event port clock.tick -> lamp.tick;)" color=red]\n'
+          '2->1[ color=green]\n}\n')
 FLOWS = 'digraph EC {\n 1[label="a := b" color=green];\n 2[label="c := a" color=red];\n1->2\n}\n'
 SHOWS_ITS_INPUT = '#!/bin/sh\necho "$@"\nexec cat\n'
 FAILS = '#!/bin/sh\necho "out of ink" >&2\nexit 3\n'
@@ -38,8 +39,8 @@ class Dumps(unittest.TestCase):
             (programs / "dot").write_text(dot)
             (programs / "dot").chmod(0o755)
         path = str(programs) if dot is None else f"{programs}:{os.environ['PATH']}"
-        return subprocess.run([sys.executable, "-B", SCRIPT, *arguments], cwd=self.folder, env={**os.environ, "PATH": path},
-                              capture_output=True, text=True, check=False)
+        return subprocess.run([sys.executable, "-B", SCRIPT, *arguments], cwd=self.folder,
+                              env={**os.environ, "PATH": path}, capture_output=True, text=True, check=False)
 
     def picture(self, name):
         return (self.folder / name).read_text()
@@ -123,8 +124,8 @@ class PicturesOfAModel(Dumps):
     def dump(self):
         """The dumps of a dialogue that ends at its first question."""
         model, properties = smallest_example(SOURCE / "examples")
-        subprocess.run([TOOL, "--strategy", "input", "--numtraces", "1", model, properties], input=b"q\n", cwd=self.folder,
-                       check=True, stdout=subprocess.DEVNULL)
+        subprocess.run([TOOL, "--strategy", "input", "--numtraces", "1", model, properties], input=b"q\n",
+                       cwd=self.folder, check=True, stdout=subprocess.DEVNULL)
 
     def test_what_the_tool_writes_is_understood(self):
         (self.folder / "EC_output.txt").unlink()
