@@ -6,7 +6,7 @@ install(TARGETS vornrun_executable RUNTIME)
 install(FILES docs/vornrun.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
 install(FILES tools/simulator/vornrun.bash-completion
     DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME vornrun)
-install(DIRECTORY schemas DESTINATION "${CMAKE_INSTALL_DATADIR}/vornrun" OPTIONAL FILES_MATCHING PATTERN "*.xsd")
+install(DIRECTORY schemas DESTINATION "${CMAKE_INSTALL_DATADIR}/vornrun" FILES_MATCHING PATTERN "*.xsd")
 install(PROGRAMS tools/topology/render-topologies DESTINATION "${CMAKE_INSTALL_DATADIR}/vornrun")
 
 install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
