@@ -71,6 +71,16 @@ const Question QUESTIONS[] = {
     {"HeatedTankBurnsOut", "heated-tank", "properties-burnt.xml", 0.419576, 4000},
     {"HeatedTankNarrowlySaved", "heated-tank", "properties-narrow.xml", 0.024405, 8000},
     {"HeatedTankLevelIsPassedUnseen", "heated-tank", "properties-passed.xml", 0.038434, 4000},
+    {"RetryProtocolConfirms", "retry-protocol", "properties.xml", 0.919622, 4000},
+    {"RetryProtocolIsQuick", "retry-protocol", "properties-quick.xml", 0.677817, 4000},
+    {"RetryProtocolIsLate", "retry-protocol", "properties-late.xml", 0.241805, 4000},
+    {"RetryProtocolSendsFourFrames", "retry-protocol", "properties-frames.xml", 0.202437, 4000},
+    {"RetryProtocolDeliversCopies", "retry-protocol", "properties-copies.xml", 0.086819, 4000},
+    {"RetryProtocolLeavesInDoubt", "retry-protocol", "properties-in-doubt.xml", 0.034588, 4000},
+    {"PowerGridIsStrained", "power-grid", "properties.xml", 0.289282, 500},
+    {"PowerGridHasACrisis", "power-grid", "properties-crisis.xml", 0.351793, 300},
+    {"PowerGridLacksSupply", "power-grid", "properties-supply.xml", 0.329836, 300},
+    {"PowerGridReadsLittle", "power-grid", "properties-readings.xml", 0.197182, 300},
 };
 
 INSTANTIATE_TEST_SUITE_P(, Examples, testing::ValuesIn(QUESTIONS), CaseName{});
