@@ -11,9 +11,7 @@ install(PROGRAMS tools/topology/render-topologies DESTINATION "${CMAKE_INSTALL_D
 
 install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 install(FILES LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME copyright)
-install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-    FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "*.png" PATTERN "vornrun.properties")
-install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-    PATTERN "__pycache__" EXCLUDE
-    PATTERN "EC_output.txt" EXCLUDE
-    PATTERN "DD_output.txt" EXCLUDE)
+# What runs of the tool and of scripts may have left in the sources stays there.
+set(without_leftovers PATTERN "__pycache__" EXCLUDE PATTERN "EC_output.txt" EXCLUDE PATTERN "DD_output.txt" EXCLUDE)
+install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" ${without_leftovers})
+install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" ${without_leftovers} PATTERN "vornrun.1" EXCLUDE)

@@ -12,16 +12,15 @@ DOCUMENTS = pathlib.Path("share/doc/vornrun")
 PROGRAMS = {pathlib.Path("bin/vornrun"), pathlib.Path("share/vornrun/render-topologies")}
 
 
-def below(folder, *patterns):
-    return {path.relative_to(SOURCE) for pattern in patterns for path in (SOURCE / folder).rglob(pattern)
+def below(folder, pattern="*"):
+    return {path.relative_to(SOURCE) for path in (SOURCE / folder).rglob(pattern)
             if path.is_file() and "__pycache__" not in path.parts and not path.name.endswith("_output.txt")}
 
 
 def expected_files():
     data = {pathlib.Path("share/man/man1/vornrun.1"), pathlib.Path("share/bash-completion/completions/vornrun")}
     data |= {DOCUMENTS / name for name in ("README.md", "CHANGELOG.md", "copyright")}
-    data |= {DOCUMENTS / path for path in below("docs", "*.md", "*.svg", "*.png", "vornrun.properties")}
-    data |= {DOCUMENTS / path for path in below("examples", "*")}
+    data |= {DOCUMENTS / path for path in (below("docs") | below("examples")) if path.name != "vornrun.1"}
     data |= {pathlib.Path("share/vornrun") / path for path in below("schemas", "*.xsd")}
     return PROGRAMS | data
 
