@@ -69,4 +69,6 @@ void Log::refreshLevels() {
     for (Log* log = registry().first; log != nullptr; log = log->mNext) log->refreshLevel();
 }
 
+void Log::shutdown() { log4cplus::Logger::shutdown(); }
+
 }  // namespace vornrun

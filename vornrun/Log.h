@@ -33,6 +33,8 @@ class Log {
 
     /// Reads the levels of all loggers anew from the logging library.
     static void refreshLevels();
+    /// Writes out what appenders hold back and closes them: for those who end the process at once.
+    static void shutdown();
 
   private:
     void refreshLevel();

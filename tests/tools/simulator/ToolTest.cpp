@@ -259,6 +259,18 @@ TEST_F(ToolOnFiles, LogsAsThePropertiesFileOfTheCurrentDirectorySaysButAtInfo) {
     EXPECT_THAT(readFile(log), HasSubstr("INFO root.main: Property evaluated to [1, 1]\n"));
 }
 
+TEST_F(ToolOnFiles, LosesNoRecordThatAnAppenderHoldsBackWhenFlowsDependInACircle) {
+    const Var a = var("a", Type::Int), b = var("b", Type::Int), c = var("c", Type::Int);
+    ModelWriter model;
+    model.implementation("Root.i").data(a).data(b).data(c).mode("m").flow(a, b).flow(b, a).flow(c, a);
+    const std::string log = folder().file("out.log");
+    folder().write("vornrun.properties", loggingTo(log) + "log4cplus.appender.FILE.ImmediateFlush=false\n");
+    const ToolResult result =
+        run(model, PropertyWriter().p(eventually(c == 1, 0, 1)), {"--level", "fatal", "--numtraces", "1"});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_EQ(readFile(log), "FATAL root.eda.network.dd: Dataflow topology level > 128, possible cycle\n");
+}
+
 TEST_F(ToolOnFiles, LogsAtTheLevelOfTheCommandLine) {
     const std::string log = folder().file("out.log");
     folder().write("vornrun.properties", loggingTo(log));

@@ -19,9 +19,11 @@ namespace {
 /// The level that no flow may reach. A chain of this many flows is the longest that passes.
 constexpr unsigned int LEVEL_LIMIT = 128;
 
-/// Ends the process at once: other threads may still be running, so that nothing that they use may be torn down.
+/// Ends the process at once: other threads may still be running, so that nothing that they use may be torn down. The
+/// log is closed, which a thread that writes to it survives.
 [[noreturn]] void stopOnCycle(const Log& log) {
     log.write(LogLevel::Fatal, "Dataflow topology level > 128, possible cycle");
+    Log::shutdown();
     std::cout.flush();
     std::fflush(nullptr);
     std::_Exit(1);
