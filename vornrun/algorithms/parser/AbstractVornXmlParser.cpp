@@ -36,7 +36,7 @@ AbstractVornXmlParser::~AbstractVornXmlParser() {
 }
 
 void AbstractVornXmlParser::buildContext(const xercesc::DOMDocument* document) {
-    ReferenceGraph graph(mContext, mAttributes->objid, mAttributes->objref);
+    ReferenceGraph graph(mContext, mAttributes->objid, mAttributes->objref, tags());
     graph.enter(document->getDocumentElement());
     graph.check();
 }

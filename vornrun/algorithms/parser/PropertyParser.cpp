@@ -3,9 +3,9 @@
 #include <xercesc/dom/DOMElement.hpp>
 
 #include "vornrun/algorithms/parser/ExpressionParser.h"
+#include "vornrun/algorithms/parser/PropertyXmlTags.h"
 #include "vornrun/algorithms/parser/StackGuard.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
-#include "vornrun/algorithms/parser/XmlName.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
 #include "vornrun/datastructures/property/CSLBinaryStateFormula.h"
 #include "vornrun/datastructures/property/CSLConstantStateFormula.h"
@@ -21,40 +21,6 @@ using parser::VornXmlUnexpectedNodeException;
 using xercesc::DOMElement;
 namespace util = parser::util;
 
-struct VornXmlParser::PropertyParser::Names {
-    // ltlFormula, ctlFormula, pctlFormula, mitlFormula, lra and et are never looked for: they take the path of an
-    // unknown formula.
-    parser::XmlName ltlFormula{"ltlFormula"};
-    parser::XmlName ctlFormula{"ctlFormula"};
-    parser::XmlName cslFormula{"cslFormula"};
-    parser::XmlName pctlFormula{"pctlFormula"};
-    parser::XmlName mitlFormula{"mitlFormula"};
-    parser::XmlName formula{"formula"};
-    parser::XmlName conjunction{"and"};
-    parser::XmlName disjunction{"or"};
-    parser::XmlName implication{"imp"};
-    parser::XmlName equivalence{"iff"};
-    parser::XmlName equality{"eq"};
-    parser::XmlName negation{"not"};
-    parser::XmlName constantTrue{"true"};
-    parser::XmlName constantFalse{"false"};
-    parser::XmlName atomicProposition{"atomicProposition"};
-    parser::XmlName probability{"p"};
-    parser::XmlName comparisonOperator{"comparisonOperator"};
-    parser::XmlName greaterThan{"greaterThan"};
-    parser::XmlName greaterEqual{"greaterEqual"};
-    parser::XmlName lessThan{"lessThan"};
-    parser::XmlName lessEqual{"lessEqual"};
-    parser::XmlName threshold{"threshold"};
-    parser::XmlName until{"u"};
-    parser::XmlName next{"x"};
-    parser::XmlName lowerBound{"lowerBound"};
-    parser::XmlName upperBound{"upperBound"};
-    parser::XmlName value{"value"};
-    parser::XmlName longRunAverage{"lra"};
-    parser::XmlName expectedTime{"et"};
-};
-
 namespace {
 
 bool isNamed(const DOMElement* element, const XMLCh* name) { return util::elemMatchesTag(element, name, true); }
@@ -66,7 +32,9 @@ void refuseDeepNesting() {
 }  // namespace
 
 VornXmlParser::PropertyParser::PropertyParser(parser::XmlContext& context, const ExpressionParser* expressionParser)
-    : AbstractVornXmlParser(context), mExpressionParser(expressionParser), mNames(std::make_unique<Names>()) {}
+    : AbstractVornXmlParser(context),
+      mExpressionParser(expressionParser),
+      mNames(std::make_unique<PropertyXmlTags>()) {}
 
 VornXmlParser::PropertyParser::~PropertyParser() = default;
 

@@ -15,6 +15,7 @@ namespace vornrun {
 class CSLFormula;
 class CSLPathFormula;
 class CSLStateFormula;
+class PropertyXmlTags;
 
 /// Formulas of other kinds than `cslFormula` with a `p` on top are passed over with a DEBUG line. Within a `p` every
 /// fault stops the whole parse. All results are owned by the caller.
@@ -36,8 +37,6 @@ class VornXmlParser::PropertyParser final : public parser::AbstractVornXmlParser
     CSLProbabilityStateFormula::Operator parseProbOperator(const xercesc::DOMElement* element) const;
 
   private:
-    struct Names;
-
     CSLStateFormula* parseProbability(const xercesc::DOMElement* element) const;
     CSLStateFormula* parseProposition(const xercesc::DOMElement* element) const;
     template <class Op>
@@ -49,7 +48,7 @@ class VornXmlParser::PropertyParser final : public parser::AbstractVornXmlParser
                                            std::string_view description) const;
 
     const ExpressionParser* mExpressionParser;
-    std::unique_ptr<Names> mNames;
+    std::unique_ptr<PropertyXmlTags> mNames;
 };
 
 }  // namespace vornrun

@@ -28,8 +28,8 @@ const DOMElement* nextInDocument(const DOMElement* element, const DOMElement* ro
 
 }  // namespace
 
-ReferenceGraph::ReferenceGraph(XmlContext& context, const XMLCh* objid, const XMLCh* objref)
-    : mContext(context), mObjid(objid), mObjref(objref) {}
+ReferenceGraph::ReferenceGraph(XmlContext& context, const XMLCh* objid, const XMLCh* objref, const VornXmlTags& tags)
+    : mContext(context), mObjid(objid), mObjref(objref), mRead(tags) {}
 
 void ReferenceGraph::enter(const DOMElement* root) {
     mRoot = root;
@@ -37,18 +37,13 @@ void ReferenceGraph::enter(const DOMElement* root) {
         ++mElementCount;
         if (!element->hasAttributes()) continue;
         if (element->hasAttribute(mObjref)) mHasReferences = true;
-        if (!element->hasAttribute(mObjid)) continue;
-        mContext[attribute(element, mObjid)] = element;
-        mIdentified.push_back(element);
+        if (element->hasAttribute(mObjid)) mContext[attribute(element, mObjid)] = element;
     }
 }
 
 void ReferenceGraph::check() {
     if (!mHasReferences) return;
     const std::uint64_t unfolded = unfold(mRoot);
-    // What no path from the root reaches is checked for cycles all the same, so that the verdict on a reference does
-    // not hang on what stands around it.
-    for (const DOMElement* element : mIdentified) unfold(element);
     if (unfolded <= UNFOLDED_LIMIT || unfolded / UNFOLDED_FACTOR <= mElementCount) return;
     throw VornXmlCorruptedVornException("XML references multiply the " + std::to_string(mElementCount) +
                                         " elements of the document to more than " + std::to_string(UNFOLDED_LIMIT));
@@ -56,14 +51,15 @@ void ReferenceGraph::check() {
 
 std::uint64_t ReferenceGraph::unfold(const DOMElement* start) {
     // The first frame only collects the sum.
-    mPath.assign(1, Frame{nullptr, 0, nullptr});
-    visit(start);
+    mPath.assign(1, Frame{nullptr, 0, nullptr, false});
+    visit(start, mRead.readsAnyChild(start, start));
     while (mPath.size() > 1) {
         Frame& top = mPath.back();
         if (top.nextChild != nullptr) {
             const DOMElement* child = top.nextChild;
             top.nextChild = child->getNextElementSibling();
-            if (const DOMElement* target = resolve(child)) visit(target);
+            if (!top.readsAnyChild && !mRead.isReadByName(child)) continue;
+            if (const DOMElement* target = resolve(child)) visit(target, mRead.readsAnyChild(child, target));
             continue;
         }
         if (top.shared != nullptr) *top.shared = Shared{false, top.unfolded};
@@ -74,8 +70,8 @@ std::uint64_t ReferenceGraph::unfold(const DOMElement* start) {
     return mPath.back().unfolded;
 }
 
-void ReferenceGraph::visit(const DOMElement* element) {
-    Shared* const shared = sharedState(element);
+void ReferenceGraph::visit(const DOMElement* element, bool readsAnyChild) {
+    Shared* const shared = sharedState(element, readsAnyChild);
     if (shared != nullptr && shared->isOpen)
         throw VornXmlCorruptedVornException("XML references lead from an object back to itself: " +
                                             attribute(element, mObjid));
@@ -84,7 +80,7 @@ void ReferenceGraph::visit(const DOMElement* element) {
         return;
     }
     if (shared != nullptr) shared->isOpen = true;
-    mPath.push_back({element->getFirstElementChild(), 1, shared});
+    mPath.push_back({element->getFirstElementChild(), 1, shared, readsAnyChild});
 }
 
 const DOMElement* ReferenceGraph::resolve(const DOMElement* element) const {
@@ -93,10 +89,10 @@ const DOMElement* ReferenceGraph::resolve(const DOMElement* element) const {
     return target == mContext.end() ? nullptr : target->second;
 }
 
-ReferenceGraph::Shared* ReferenceGraph::sharedState(const DOMElement* element) {
+ReferenceGraph::Shared* ReferenceGraph::sharedState(const DOMElement* element, bool readsAnyChild) {
     // Only an element with an identifier can be met twice, so that every cycle leads through one.
     if (!element->hasAttributes() || !element->hasAttribute(mObjid)) return nullptr;
-    return &mShared[element];  // stays in place when the map grows
+    return &mShared[element][readsAnyChild ? 1 : 0];  // stays in place when the map grows
 }
 
 std::string ReferenceGraph::attribute(const DOMElement* element, const XMLCh* name) const {

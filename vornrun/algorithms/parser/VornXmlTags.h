@@ -3,32 +3,14 @@
 /// The element names of the model file, transcoded once per parser. A name that stands in several families of elements
 /// is a field of each family, so that a family can change its spelling alone.
 
-#include <memory>
-#include <vector>
-
-#include <xercesc/util/XercesDefs.hpp>
+#include "vornrun/algorithms/parser/XmlNameTable.h"
 
 namespace vornrun {
 
-/// Read-only names, owned by this object. The XML library must be up for as long as it lives.
 /// `modeInvariants`, `portPassive` and `probabilisticModeTransitions` are known names that no parser reads: elements
 /// that carry them are passed over.
-class VornXmlTags {
-    /// Gives a transcoded text back to the library.
-    struct Release {
-        void operator()(XMLCh* text) const;
-    };
-    /// Transcodes a name and keeps it for release. Stands before the names, which are initialised through it.
-    const XMLCh* own(const char* text);
-
-    std::vector<std::unique_ptr<XMLCh, Release>> mOwned;
-
+class VornXmlTags final : public parser::XmlNameTable {
   public:
-    VornXmlTags() = default;
-    VornXmlTags(const VornXmlTags&) = delete;
-    VornXmlTags& operator=(const VornXmlTags&) = delete;
-    ~VornXmlTags() = default;
-
     const XMLCh* const clause = own("Clause");
     const XMLCh* const clauses = own("clauses");
     const XMLCh* const clauseCondition = own("cond");

@@ -14,8 +14,9 @@ using namespace parser;
 
 std::string check(const std::string& text) {
     const XmlDocument xml(text);
+    const VornXmlTags tags;
     XmlContext context;
-    ReferenceGraph graph(context, u"objid", u"objref");
+    ReferenceGraph graph(context, u"objid", u"objref", tags);
     graph.enter(xml.root());
     return faultOf([&] { graph.check(); });
 }
@@ -34,19 +35,29 @@ TEST_P(Cycles, AreRefusedByIdentifier) {
 
 INSTANTIATE_TEST_SUITE_P(
     ReferenceGraph, Cycles,
-    testing::Values(Graph{"AReferenceToItsParent", "<r><a objid='A'><b objref='A'/></a></r>"},
-                    Graph{"AReferenceToAnAncestor", "<r><a objid='A'><b><c><d objref='A'/></c></b></a></r>"},
-                    Graph{"AReferenceToTheRoot", "<r objid='A'><b/><c objref='A'/></r>"},
+    testing::Values(Graph{"AReferenceToItsParent", "<r><left objid='A'><right objref='A'/></left></r>"},
+                    Graph{"AReferenceToAnAncestor",
+                          "<r><left objid='A'><right><cases><tuple objref='A'/></cases></right></left></r>"},
+                    Graph{"AReferenceToTheRoot", "<r objid='A'><right/><cases objref='A'/></r>"},
                     Graph{"TwoThatPointIntoEachOther",
-                          "<r><a objid='A'><x objref='B'/></a><b objid='B'><x objref='A'/></b></r>"},
+                          "<r><left objid='A'><x objref='B'/></left><right objid='B'><x objref='A'/></right></r>"},
                     Graph{"ARingOfThree",
-                          "<r><a objid='A'><x objref='B'/></a><b objid='B'><x objref='C'/></b>"
-                          "<c objid='C'><x objref='A'/></c></r>"},
+                          "<r><left objid='A'><x objref='B'/></left><right objid='B'><x objref='C'/></right>"
+                          "<cases objid='C'><x objref='A'/></cases></r>"},
                     Graph{"ByWayOfAReferencesNeighbour",
-                          "<r><a objid='A'><n objref='N'/><x objref='B'/></a><n objid='N'/>"
-                          "<b objid='B'><n objref='N'/><x objref='A'/></b></r>"},
-                    Graph{"InAPartThatOnlyAReferenceHides",
-                          "<r><ok objid='OK'/><s objref='OK'><a objid='A'><b objref='A'/></a></s></r>"}),
+                          "<r><left objid='A'><not objref='N'/><x objref='B'/></left><not objid='N'/>"
+                          "<right objid='B'><not objref='N'/><x objref='A'/></right></r>"},
+                    Graph{"BelowAnyChildOfATuple", "<r><tuple><any objid='A'><left objref='A'/></any></tuple></r>"},
+                    Graph{"BelowAnyChildOfWhatStandsForATuple",
+                          "<r><tuple objref='T'/><other objid='T'><any objid='A'><left objref='A'/></any></other></r>"},
+                    Graph{"BelowAnyExpressionOfAProposition",
+                          "<r><atomicProposition><any objid='A'><left objref='A'/></any></atomicProposition></r>"},
+                    Graph{"BelowAnyReferenceToAFormula",
+                          "<formulae><any objref='F'/><cslFormula objid='F'><not><any objref='A'/></not>"
+                          "<or objid='A'><any objref='A'/></or></cslFormula></formulae>"},
+                    Graph{"BelowAnyReferenceToAPackage",
+                          "<r><packages><any objref='A'/></packages><left objid='A'><right objref='A'/></left></r>"},
+                    Graph{"InANamespace", "<n:r xmlns:n='urn:n'><n:not objid='A'><n:or objref='A'/></n:not></n:r>"}),
     CaseName());
 
 class Acyclic : public testing::TestWithParam<Graph> {};
@@ -56,20 +67,30 @@ TEST_P(Acyclic, AreAccepted) { EXPECT_EQ(check(GetParam().text), "no fault"); }
 INSTANTIATE_TEST_SUITE_P(
     ReferenceGraph, Acyclic,
     testing::Values(
-        Graph{"Nothing", "<r/>"}, Graph{"NoReference", "<r objid='A'><a objid='B'/></r>"},
-        Graph{"SharedTwice", "<r><a objid='A'/><b objref='A'/><c objref='A'/></r>"},
-        Graph{"AForwardAndABackwardReference", "<r><x objref='B'/><a objid='A'/><b objid='B'><y objref='A'/></b></r>"},
-        Graph{"AReferenceToNothing", "<r><a objref='none'/></r>"},
+        Graph{"Nothing", "<r/>"}, Graph{"NoReference", "<r objid='A'><left objid='B'/></r>"},
+        Graph{"SharedTwice", "<r><left objid='A'/><right objref='A'/><cases objref='A'/></r>"},
+        Graph{"AForwardAndABackwardReference",
+              "<r><x objref='B'/><left objid='A'/><right objid='B'><u objref='A'/></right></r>"},
+        Graph{"AReferenceToNothing", "<r><left objref='none'/></r>"},
         // A target's own reference is not followed, so that none of these recurs.
-        Graph{"AReferenceToItself", "<r><a objid='A' objref='A'/></r>"},
-        Graph{"TwoReferencesToEachOther", "<r><a objid='A' objref='B'/><b objid='B' objref='A'/></r>"},
-        Graph{"AReferenceBelowAnIgnoredChild", "<r objid='R'><s objref='OK'><x objref='R'/></s><o objid='OK'/></r>"}),
+        Graph{"AReferenceToItself", "<r><left objid='A' objref='A'/></r>"},
+        Graph{"TwoReferencesToEachOther", "<r><left objid='A' objref='B'/><right objid='B' objref='A'/></r>"},
+        // What no parser goes on to may refer back to its owners.
+        Graph{"AnElementOfAnUnknownName", "<r objid='A'><owner objref='A'/></r>"},
+        Graph{"APartThatIsKnownAndNotRead",
+              "<r objid='A'><probabilistic_mode_transitions><left objref='A'/></probabilistic_mode_transitions>"
+              "<invariants><left objref='A'/></invariants></r>"},
+        Graph{"APartThatOnlyAReferenceHides",
+              "<r><or objid='OK'/><left objref='OK'><left objid='A'><right objref='A'/></left></left></r>"},
+        Graph{"AReferenceBelowAnIgnoredChild",
+              "<r objid='R'><subexpression objref='OK'><x objref='R'/></subexpression><or objid='OK'/></r>"}),
     CaseName());
 
 TEST(ReferenceGraph, StoresTheElementsByIdentifier) {
-    const XmlDocument xml("<r objid='1'><a objid='2'/><b/><c objid='2'/></r>");
+    const XmlDocument xml("<r objid='1'><left objid='2'/><right/><cases objid='2'/></r>");
+    const VornXmlTags tags;
     XmlContext context;
-    ReferenceGraph graph(context, u"objid", u"objref");
+    ReferenceGraph graph(context, u"objid", u"objref", tags);
     graph.enter(xml.root());
     ASSERT_EQ(context.size(), 2U);
     EXPECT_EQ(context.at("1"), xml.root());
@@ -81,9 +102,9 @@ std::string doubling(int levels) {
     std::string text = "<r>";
     for (int i = 0; i < levels; ++i) {
         const std::string next = std::to_string(i + 1);
-        text += "<l objid='" + std::to_string(i) + "'><x objref='" + next + "'/><x objref='" + next + "'/></l>";
+        text += "<left objid='" + std::to_string(i) + "'><x objref='" + next + "'/><x objref='" + next + "'/></left>";
     }
-    return text + "<l objid='" + std::to_string(levels) + "'/></r>";
+    return text + "<left objid='" + std::to_string(levels) + "'/></r>";
 }
 
 TEST(ReferenceGraph, RefusesReferencesThatMultiplyBeyondAllMeasure) {
@@ -104,9 +125,9 @@ TEST(ReferenceGraph, AcceptsReferencesThatMultiplyWithinMeasure) {
 TEST(ReferenceGraph, JudgesALargeDocumentByWhatItHolds) {
     // 120,000 references to an element of 100: 12 million elements, just below 100 times what the document holds.
     const auto sharing = [](int size) {
-        std::string text = "<r><s objid='S'>";
-        for (int i = 1; i < size; ++i) text += "<e/>";
-        text += "</s>";
+        std::string text = "<r><subexpression objid='S'>";
+        for (int i = 1; i < size; ++i) text += "<flows/>";
+        text += "</subexpression>";
         for (int i = 0; i < 120000; ++i) text += "<x objref='S'/>";
         return text + "</r>";
     };
@@ -116,9 +137,9 @@ TEST(ReferenceGraph, JudgesALargeDocumentByWhatItHolds) {
 
 TEST(ReferenceGraph, NeedsNoStackForDepth) {
     std::string text;
-    for (int i = 0; i < 10000; ++i) text += "<a objid='" + std::to_string(i) + "'>";
-    text += "<b objref='5000'/>";
-    for (int i = 0; i < 10000; ++i) text += "</a>";
+    for (int i = 0; i < 10000; ++i) text += "<left objid='" + std::to_string(i) + "'>";
+    text += "<right objref='5000'/>";
+    for (int i = 0; i < 10000; ++i) text += "</left>";
     EXPECT_EQ(check(text),
               "Error while parsing: XML references lead from an object back to itself: 5000 (Xml encoded invalid "
               "vorn.)");
