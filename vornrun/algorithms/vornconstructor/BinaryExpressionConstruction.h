@@ -45,12 +45,13 @@ VornExpressionTree* VornExpressionConstructor::expressionTree(VornExpressionTree
 #define VORN_SECOND_STAGE(Op, Left)                                                                                  \
     template VornExpressionTree* VornExpressionConstructor::expressionTree<Op, Left>(TypedVornExpressionTree<Left>*, \
                                                                                      VornExpressionTree*);
-#define VORN_INSTANTIATE_CONSTRUCTION(Op)                                                                 \
-    template VornExpressionTree* VornExpressionConstructor::expressionTree<Op>(VornExpressionTree*,       \
-                                                                               VornExpressionTree*);      \
-    VORN_SECOND_STAGE(Op, VornBool)                                                                       \
-    VORN_SECOND_STAGE(Op, VornReal)                                                                       \
-    VORN_SECOND_STAGE(Op, VornInt) VORN_SECOND_STAGE(Op, VornContinuous) VORN_SECOND_STAGE(Op, VornClock) \
-        VORN_SECOND_STAGE(Op, VornEnum) VORN_SECOND_STAGE(Op, VornInterval) VORN_SECOND_STAGE(Op, VornModeVal)
+// clang-format off
+#define VORN_INSTANTIATE_CONSTRUCTION(Op)                                                                              \
+    template VornExpressionTree* VornExpressionConstructor::expressionTree<Op>(VornExpressionTree*,                    \
+                                                                               VornExpressionTree*);                   \
+    VORN_SECOND_STAGE(Op, VornBool) VORN_SECOND_STAGE(Op, VornReal) VORN_SECOND_STAGE(Op, VornInt)                     \
+    VORN_SECOND_STAGE(Op, VornContinuous) VORN_SECOND_STAGE(Op, VornClock) VORN_SECOND_STAGE(Op, VornEnum)             \
+    VORN_SECOND_STAGE(Op, VornInterval) VORN_SECOND_STAGE(Op, VornModeVal)
+// clang-format on
 
 }  // namespace vornrun
