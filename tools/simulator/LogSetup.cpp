@@ -4,10 +4,61 @@
 #include <log4cplus/logger.h>
 #include <log4cplus/loglevel.h>
 
+#include <algorithm>
+#include <boost/algorithm/string/predicate.hpp>
+#include <boost/algorithm/string/trim.hpp>
 #include <boost/filesystem/operations.hpp>
 #include <fstream>
+#include <iostream>
+#include <set>
+#include <vector>
 
 #include "vornrun/Log.h"
+
+namespace {
+
+using boost::filesystem::path;
+
+/// The files that a configuration includes by lines of the form "include <file>", as the library reads them.
+std::vector<path> includedFiles(const path& file) {
+    std::vector<path> result;
+    std::ifstream stream(file.string());
+    for (std::string line; std::getline(stream, line);) {
+        boost::algorithm::trim(line);
+        if (line.find('=') != std::string::npos || !boost::algorithm::starts_with(line, "include")) continue;
+        line.erase(0, std::string("include").size());
+        if (line.empty() || (line.front() != ' ' && line.front() != '\t')) continue;
+        boost::algorithm::trim(line);
+        boost::system::error_code missing;
+        const path included = boost::filesystem::canonical(line, missing);
+        if (!missing) result.push_back(included);
+    }
+    return result;
+}
+
+/// Whether the file includes itself, by way of others or not. The library would go on including until the stack is
+/// full. \param open the files on the way to this one   \param done files that are known not to lead back
+bool includesItself(const path& file, std::vector<path>& open, std::set<path>& done) {
+    if (std::find(open.begin(), open.end(), file) != open.end()) return true;
+    if (done.contains(file)) return false;
+    open.push_back(file);
+    const std::vector<path> included = includedFiles(file);
+    const bool found = std::any_of(included.begin(), included.end(),
+                                   [&](const path& next) { return includesItself(next, open, done); });
+    open.pop_back();
+    done.insert(file);
+    return found;
+}
+
+bool includesItself(const std::string& configFile) {
+    boost::system::error_code missing;
+    const path file = boost::filesystem::canonical(configFile, missing);
+    std::vector<path> open;
+    std::set<path> done;
+    return !missing && includesItself(file, open, done);
+}
+
+}  // namespace
 
 std::string findLogConfiguration(const boost::filesystem::path& initialDirectory,
                                  const boost::filesystem::path& executableDirectory) {
@@ -21,6 +72,10 @@ std::string findLogConfiguration(const boost::filesystem::path& initialDirectory
 }
 
 void setupLogging(std::string configFile) {
+    if (includesItself(configFile)) {
+        std::cerr << "The log configuration '" << configFile << "' includes itself and is not used\n";
+        configFile.clear();
+    }
     std::ifstream stream(configFile);
     // A folder opens like a file and fails with the first read only; an empty file just ends there.
     if (stream) stream.peek();

@@ -70,6 +70,26 @@ TEST_F(LogSetup, AnEmptyFileIsAConfigurationWithoutAppenders) {
     EXPECT_TRUE(log4cplus::Logger::getRoot().getAllAppenders().empty());
 }
 
+TEST_F(LogSetup, AFileThatIncludesItselfSelectsTheBasicConfiguration) {
+    const TempDir folder;
+    const std::string other = folder.path() / "other.properties";
+    const std::string file = folder.write("vornrun.properties", "include " + other + "\n");
+    folder.write("other.properties", "# around\n  include\t" + file + "\nlog4cplus.rootLogger=ERROR\n");
+    testing::internal::CaptureStderr();
+    setupLogging(file);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "The log configuration '" + file + "' includes itself and is not used\n");
+    expectBasicConfiguration();
+}
+
+TEST_F(LogSetup, FilesThatIncludeOneTwiceAreApplied) {
+    const TempDir folder;
+    const std::string shared = folder.write("shared.properties", "log4cplus.rootLogger=ERROR\n");
+    const std::string include = "include " + shared + "\n";
+    setupLogging(folder.write("vornrun.properties", include + include + "note=include vornrun.properties\n"));
+    EXPECT_EQ(log4cplus::Logger::getRoot().getLogLevel(), log4cplus::ERROR_LOG_LEVEL);
+}
+
 TEST_F(LogSetup, AppliesTheFileToTheLoggersOfTheTool) {
     const TempDir folder;
     const std::string log = folder.path() / "out.log";
