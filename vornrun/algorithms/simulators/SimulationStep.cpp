@@ -4,9 +4,14 @@
 #include <stdexcept>
 #include <utility>
 
+#include "vornrun/algorithms/simulators/StepMemory.h"
 #include "vornrun/datastructures/eda/EDANetwork.h"
 
 namespace vornrun {
+
+void* SimulationStep::operator new(std::size_t size) { return stepmemory::allocate(size); }
+
+void SimulationStep::operator delete(void* step, std::size_t size) noexcept { stepmemory::release(step, size); }
 
 std::ostream& operator<<(std::ostream& stream, const SimulationStep& step) { return step.print(stream); }
 
@@ -14,6 +19,8 @@ DiscreteSimulationStep::DiscreteSimulationStep(QualifiedTransitions transitions)
     : mTransitions(std::move(transitions)) {
     if (mTransitions.empty()) throw std::invalid_argument("A discrete step needs at least one transition");
 }
+
+DiscreteSimulationStep::~DiscreteSimulationStep() { stepmemory::giveBack(std::move(mTransitions)); }
 
 void DiscreteSimulationStep::apply(EDANetwork* network) const { network->takeEventTransition(mTransitions); }
 

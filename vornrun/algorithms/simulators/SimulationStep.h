@@ -2,6 +2,7 @@
 /// \file
 /// What a strategy did in one step: took transitions, let time pass, or both.
 
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 
@@ -18,6 +19,9 @@ class SimulationStep {
     SimulationStep(const SimulationStep&) = delete;
     SimulationStep& operator=(const SimulationStep&) = delete;
     virtual ~SimulationStep() = default;
+    // Steps stand in memory that they hand on to each other.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* step, std::size_t size) noexcept;
     /// Takes the step on a network.
     virtual void apply(EDANetwork* network) const = 0;
     /// The delay of the step in model time.
@@ -33,6 +37,7 @@ class DiscreteSimulationStep : public virtual SimulationStep {
   public:
     /// \param transitions those fired together; not empty
     explicit DiscreteSimulationStep(QualifiedTransitions transitions);
+    ~DiscreteSimulationStep() override;  // hands the storage of the list on
     const QualifiedTransitions& transitions() const noexcept { return mTransitions; }
     /// The local name of the first transition's trigger, which owns it.
     const std::string& event() const { return mTransitions.front().second->trigger()->identifier(); }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "vornrun/algorithms/simulators/MTRandomGenerator.h"
+#include "vornrun/algorithms/simulators/StepMemory.h"
 
 namespace vornrun {
 
@@ -181,7 +182,7 @@ Time SimulationStrategy::sampleFromInterval(const TimeInterval& interval) {
 }
 
 QualifiedTransitions SimulationStrategy::selectTransitions(const ConnectionAsTransitions& options) {
-    QualifiedTransitions chosen;
+    QualifiedTransitions chosen = stepmemory::takeList();
     chosen.reserve(options.size());
     for (const auto& [eda, alternatives] : options) {
         requireAlternatives(*eda, alternatives);
