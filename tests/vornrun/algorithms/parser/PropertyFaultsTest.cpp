@@ -133,7 +133,7 @@ std::string nested(const std::string& open, const std::string& close, int levels
 /// What parsing says on a stack of which half is less than 25,000 of the smallest frames.
 std::string faultOnASmallStack(const std::string& text) {
     std::string fault;
-    onStackOf(std::size_t{2} * 1024 * 1024, [&] { fault = faultOf([&] { parsePropertyText(text); }); });
+    onStackOf(std::size_t{1} * 1024 * 1024, [&] { fault = faultOf([&] { parsePropertyText(text); }); });
     return fault;
 }
 
