@@ -47,11 +47,11 @@ class Log {
 }  // namespace vornrun
 
 /// Builds and sends a record only when its level is on; `text` is a chain of stream insertions.
-#define VORNRUN_LOG(log, level, text)                                      \
-    do {                                                                   \
-        if ((log).isOn(::vornrun::LogLevel::level)) {                      \
-            std::ostringstream vornrunLogText;                             \
-            vornrunLogText << text;                                        \
-            (log).write(::vornrun::LogLevel::level, vornrunLogText.str()); \
-        }                                                                  \
+#define VORNRUN_LOG(log, level, text)                                        \
+    do {                                                                     \
+        if ((log).isOn(::vornrun::LogLevel::level)) {                        \
+            std::ostringstream vornrunLogText;                               \
+            vornrunLogText << text; /* NOLINT(bugprone-macro-parentheses) */ \
+            (log).write(::vornrun::LogLevel::level, vornrunLogText.str());   \
+        }                                                                    \
     } while (false)

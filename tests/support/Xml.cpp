@@ -1,5 +1,6 @@
 #include "tests/support/Xml.h"
 
+#include <cstddef>
 #include <stdexcept>
 
 namespace vornrun::test {
@@ -96,7 +97,7 @@ Xml& Xml::remove(const std::string& name) {
 }
 
 void Xml::write(std::string& out, unsigned int depth) const {
-    out.append(2 * depth, ' ');
+    out.append(std::size_t{2} * depth, ' ');
     if (mName.empty()) {
         out += mText + "\n";
         return;
@@ -111,7 +112,7 @@ void Xml::write(std::string& out, unsigned int depth) const {
     if (!mChildren.empty()) {
         out += "\n";
         for (const Xml& child : mChildren) child.write(out, depth + 1);
-        out.append(2 * depth, ' ');
+        out.append(std::size_t{2} * depth, ' ');
     }
     out += "</" + mName + ">\n";
 }

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <ostream>
 #include <set>
 #include <string>
 
@@ -24,6 +25,8 @@ struct Question {
     double exact;
     unsigned int traces;
 };
+
+void PrintTo(const Question& question, std::ostream* stream) { *stream << question.name; }
 
 class Examples : public testing::TestWithParam<Question> {};
 

@@ -20,7 +20,6 @@ namespace vornrun::test {
 namespace {
 
 using testing::EndsWith;
-using testing::HasSubstr;
 
 const std::string PROMPT =
     "Enter command (s = print state, d # = discrete transition, t #.# = timed transition, q = quit)\n";

@@ -30,7 +30,8 @@ void* BoundedMemory::allocate(XMLSize_t size) {
 void BoundedMemory::deallocate(void* block) {
     if (block == nullptr) return;
     Header* const header = static_cast<Header*>(block) - 1;
-    header->next->previous = header->previous;
+    // The analyzer does not see that a freed block is out of the ring.
+    header->next->previous = header->previous;  // NOLINT(clang-analyzer-unix.Malloc)
     header->previous->next = header->next;
     mInUse -= header->size;
     std::free(header);

@@ -10,14 +10,14 @@ using Dependencies = std::vector<RealisedVariable*>;
 template <class T>
 std::unique_ptr<TypedVornExpressionTree<T>> typedTree(std::unique_ptr<VornExpressionTree> tree) {
     std::unique_ptr<TypedVornExpressionTree<T>> typed(dynamic_cast<TypedVornExpressionTree<T>*>(tree.get()));
-    if (typed != nullptr) tree.release();
+    if (typed != nullptr) static_cast<void>(tree.release());
     return typed;
 }
 
 template <class T>
 std::unique_ptr<TypedRealisedVariable<T>> typedVariable(std::unique_ptr<RealisedVariable> variable) {
     std::unique_ptr<TypedRealisedVariable<T>> typed(dynamic_cast<TypedRealisedVariable<T>*>(variable.get()));
-    if (typed != nullptr) variable.release();
+    if (typed != nullptr) static_cast<void>(variable.release());
     return typed;
 }
 

@@ -1,6 +1,7 @@
 #include "vornrun/algorithms/vornconstructor/VariablesToValueReferences.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "vornrun/algorithms/vornconstructor/VariableSubstitutionExpressionVisitor.h"
 #include "vornrun/datastructures/vorn/realisation/ModelException.h"
@@ -25,7 +26,7 @@ Tree accepted(const VornExpressionTree* tree, VariableSubstitutionExpressionVisi
 /// The tree as a condition; null, with the tree deleted, when it is none.
 std::unique_ptr<BoolTree> asCondition(Tree tree) {
     std::unique_ptr<BoolTree> condition(dynamic_cast<BoolTree*>(tree.get()));
-    if (condition != nullptr) tree.release();
+    if (condition != nullptr) static_cast<void>(tree.release());
     return condition;
 }
 
@@ -103,8 +104,10 @@ VornLinearExpression* VariablesToValueReferences::operator()(const VornLinearExp
     VariableSubstitutionExpressionVisitor visitor(this);
     auto plain = asCondition(accepted(expression->plain(), visitor));
     std::vector<std::unique_ptr<Clause>> clauses;
+    clauses.reserve(expression->clauses().size());
     for (const auto& clause : expression->clauses()) clauses.push_back(rewrite(*clause, visitor));
     std::vector<Clause*> adopted;
+    adopted.reserve(clauses.size());
     for (auto& clause : clauses) adopted.push_back(clause.release());
     return new VornLinearExpression(plain.release(), adopted);
 }
@@ -181,6 +184,7 @@ std::unique_ptr<RealisedVariable> VariablesToValueReferences::substitute(const V
 }
 
 VornValue* VariablesToValueReferences::substituteValue(const VornValue* value) const {
+    assert(value != nullptr && "a tree hands in a constant of its own");
     const auto* literal = dynamic_cast<const TypedVornValue<VornModeVal>*>(value);
     if (literal == nullptr || literal->value() == nullptr) return value->clone();
     const std::string& text = literal->value()->name();
@@ -198,7 +202,8 @@ const VornComponentRealisation* VariablesToValueReferences::componentOfPath(cons
                                                                             const std::string& text) const {
     const VornComponentRealisation* component = mRealisation;
     // What stands behind the last dot is not looked at: it names the variable "mode" of the component.
-    for (std::string::size_type start = 0, dot; (dot = path.find('.', start)) != std::string::npos; start = dot + 1) {
+    for (std::string::size_type start = 0, dot = 0; (dot = path.find('.', start)) != std::string::npos;
+         start = dot + 1) {
         const std::string element = path.substr(start, dot - start);
         component = component->findSubcomponent(element);
         if (component == nullptr) {

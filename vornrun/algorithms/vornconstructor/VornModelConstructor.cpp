@@ -96,7 +96,7 @@ RealisedEventPort* VornModelConstructor::attachSyntheticPort(Work& work, unsigne
                                                              bool nonblocking) {
     auto declaration = std::make_unique<VornEventPort>(declarationId, name, direction, nonblocking);
     auto port = std::make_unique<RealisedEventPort>(mPartIds++, &work.realisation, declaration.get());
-    declaration.release();  // the port has adopted it
+    static_cast<void>(declaration.release());  // the port has adopted it
     work.realisation.attachEventPort(port.get());
     return port.release();
 }
