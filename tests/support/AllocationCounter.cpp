@@ -10,14 +10,20 @@ std::atomic<std::size_t> allocations{0};
 
 }  // namespace
 
-void* operator new(std::size_t size) {
+// All forms are replaced that the forms of delete below give back, since a sanitizer's own do not pass through the
+// plain one.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     ++allocations;
-    if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
+    return std::malloc(size == 0 ? 1 : size);
+}
+
+void* operator new(std::size_t size) {
+    if (void* memory = operator new(size, std::nothrow)) return memory;
     throw std::bad_alloc();
 }
 
-// The array forms are replaced too, since a sanitizer's own do not pass through the plain ones.
 void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return operator new(size, std::nothrow); }
 
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }
