@@ -19,9 +19,12 @@ namespace {
 
 using boost::filesystem::path;
 
-/// The files that a configuration includes by lines of the form "include <file>", as the library reads them.
+/// The files that a configuration includes by lines of the form "include <file>", as the library reads them. Of a pipe
+/// or a device, which can be read but once, nothing is known.
 std::vector<path> includedFiles(const path& file) {
     std::vector<path> result;
+    boost::system::error_code unknown;
+    if (!boost::filesystem::is_regular_file(file, unknown)) return result;
     std::ifstream stream(file.string());
     for (std::string line; std::getline(stream, line);) {
         boost::algorithm::trim(line);
@@ -36,8 +39,9 @@ std::vector<path> includedFiles(const path& file) {
     return result;
 }
 
-/// Whether the file includes itself, by way of others or not. The library would go on including until the stack is
-/// full. \param open the files on the way to this one   \param done files that are known not to lead back
+/// Whether the file leads back to itself or to one on the way to it. The library would go on until the stack is full.
+/// \param open the files on the way to this one
+/// \param done files that are known not to lead back
 bool includesItself(const path& file, std::vector<path>& open, std::set<path>& done) {
     if (std::find(open.begin(), open.end(), file) != open.end()) return true;
     if (done.contains(file)) return false;
