@@ -57,6 +57,11 @@ class RunDocuments(Scratch):
     def test_other_fences_are_not_run(self):
         self.assertEqual(self.complaints("```shell\nfalse\n```\n```xml\n<a/>\n```\n"), [])
 
+    def test_what_is_for_the_installed_page_is_passed_over(self):
+        text = "```sh\necho one\n```\n<!-- installed\n```sh\nfalse\n```\n-->\n```text\n{}\n```\n"
+        self.assertEqual(self.complaints(text.format("one")), [])
+        self.assertEqual(len(self.complaints(text.format("two"))), 1)
+
     def test_a_shell_that_ends_early_is_found(self):
         self.assertEqual(len(self.complaints("```sh\nexit 0\n```\n```sh\ntrue\n```\n")), 1)
 

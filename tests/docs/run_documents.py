@@ -5,7 +5,8 @@ usage: run_documents.py --source ROOT --tool VORNRUN DOCUMENT...
 
 A fence marked "sh" holds commands; all of a document run in one shell, one block after another. A fence marked "text"
 right behind it shows the combined output of that block: "..." stands for any characters of a line, and alone on a line
-for any lines. A block without such a fence must succeed in every command. Other fences are not run.
+for any lines. A block without such a fence must succeed in every command. Other fences are not run, and what a comment
+"<!-- installed ... -->" keeps for the installed page is passed over.
 
 The shell starts in a scratch copy of what a user has in the root of the tree; "./dev build" and "./dev demo" there use the
 tool under test.
@@ -22,6 +23,7 @@ import tempfile
 
 COPIED = ("docs", "examples", "schemas", "tools")
 FENCE = re.compile(r"^```(\w*)[^\n]*\n(.*?)^```[ ]*$", re.MULTILINE | re.DOTALL)
+INSTALLED = re.compile(r"^<!-- installed\n.*?^-->\n", re.MULTILINE | re.DOTALL)
 TIME_LIMIT = 280  # seconds for one document
 DEV = """#!/bin/sh
 case $1 in
@@ -34,6 +36,7 @@ esac
 
 def blocks(text):
     """Pairs (commands, expected output or None), in the document's order."""
+    text = INSTALLED.sub("", text)
     fences = [(match.group(1), match.group(2), match.start(), match.end()) for match in FENCE.finditer(text)]
     result = []
     for index, (kind, body, _, end) in enumerate(fences):
