@@ -56,6 +56,7 @@ VornXmlParser::VornXmlParser(parser::XmlContext& context) : AbstractVornXmlParse
     if (!xercesInitialized()) throw VornXmlParserException("Failure initializing xerces");
     mReader = std::make_unique<DocumentReader>();
     mExpressionParser = std::make_unique<ExpressionParser>(context);
+    countTogetherWith(*mExpressionParser);
     mTypeDeclParser = std::make_unique<TypeDeclParser>(context, mExpressionParser.get());
     mTypeImplParser = std::make_unique<TypeImplParser>(context, mExpressionParser.get());
     mPropertyParser = std::make_unique<PropertyParser>(context, mExpressionParser.get());

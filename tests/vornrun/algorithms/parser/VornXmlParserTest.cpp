@@ -90,12 +90,6 @@ TEST(Models, AreReadThroughReferencesForwardAndBackward) {
               "Error while parsing: XML references object that has not been parsed yet: gone (Parser failed.)");
 }
 
-TEST(Models, AreRefusedWhenAReferenceLeadsBackToAnAncestor) {
-    EXPECT_EQ(
-        modelFault(model("<packages objid='P'><Package><name>p</name><packages objref='P'/></Package></packages>")),
-        "Error while parsing: XML references lead from an object back to itself: P (Xml encoded invalid vorn.)");
-}
-
 TEST(Packages, AreReadInDocumentOrder) {
     const auto fault = [](const std::string& contents) {
         return modelFault(model("<packages>" + package("p", contents) + "</packages>"));
