@@ -116,12 +116,14 @@ std::vector<std::unique_ptr<VornPackage>> VornXmlParser::parsePackages(const DOM
 
 std::unique_ptr<VornPackage> VornXmlParser::parsePackage(const DOMElement* element) {
     VornPackageConstructor constructor(getNameFromChildNodes(element));
-    for (const DOMElement* child = element->getFirstElementChild(); child != nullptr;
-         child = child->getNextElementSibling()) {
-        if (parser::util::elemMatchesTag(child, tags().publicSubpackage))
-            parseSubpackage(constructor, checkReference(child), false);
-        else if (parser::util::elemMatchesTag(child, tags().privateSubpackage))
-            parseSubpackage(constructor, checkReference(child), true);
+    for (const DOMElement* child : listOwnChildren(element)) {
+        // As in a list of packages, the name of the target counts. A child of another name is not read, so that it may
+        // refer to nothing.
+        const DOMElement* const named = referencedOrItself(child);
+        if (parser::util::elemMatchesTag(named, tags().publicSubpackage))
+            parseSubpackage(constructor, reach(child), false);
+        else if (parser::util::elemMatchesTag(named, tags().privateSubpackage))
+            parseSubpackage(constructor, reach(child), true);
     }
     return std::unique_ptr<VornPackage>(constructor.takePackage());
 }
