@@ -201,7 +201,7 @@ class VornXmlParser::DocumentReader::Parser final : public xercesc::XercesDOMPar
 
     /// Gives the elements of the document that was just read their places.
     void attachPlaces() {
-        if (xercesc::DOMDocument* const document = getDocument()) mPlaces.back()->attachTo(document);
+        if (const xercesc::DOMDocument* const document = getDocument()) mPlaces.back()->attachTo(document);
     }
 
     /// Throws a fault at the last place that is known.

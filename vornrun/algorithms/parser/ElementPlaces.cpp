@@ -1,9 +1,11 @@
 #include "vornrun/algorithms/parser/ElementPlaces.h"
 
 #include <algorithm>
+#include <cassert>
 #include <functional>
 #include <limits>
-#include <xercesc/dom/DOMDocument.hpp>
+#include <map>
+#include <mutex>
 #include <xercesc/dom/DOMElement.hpp>
 
 namespace vornrun::parser {
@@ -12,7 +14,34 @@ using xercesc::DOMElement;
 
 namespace {
 
-constexpr const XMLCh* KEY = u"places of elements";
+/// The places of all documents that were read and still exist. The library's own user data would make the end of every
+/// node slower. A lock is taken once for a document and once for a fault.
+class Registry {
+  public:
+    static Registry& instance() {
+        static Registry registry;
+        return registry;
+    }
+
+    void add(const xercesc::DOMDocument* document, const ElementPlaces* places) {
+        const std::lock_guard lock(mMutex);
+        mPlaces[document] = places;
+    }
+    void remove(const xercesc::DOMDocument* document) {
+        const std::lock_guard lock(mMutex);
+        mPlaces.erase(document);
+    }
+    /// Null for a document of another reader.
+    const ElementPlaces* of(const xercesc::DOMDocument* document) {
+        const std::lock_guard lock(mMutex);
+        const auto found = mPlaces.find(document);
+        return found == mPlaces.end() ? nullptr : found->second;
+    }
+
+  private:
+    std::mutex mMutex;
+    std::map<const xercesc::DOMDocument*, const ElementPlaces*> mPlaces;
+};
 
 std::uint32_t cutDown(std::uint64_t number) {
     return static_cast<std::uint32_t>(std::min<std::uint64_t>(number, std::numeric_limits<std::uint32_t>::max()));
@@ -29,9 +58,14 @@ void ElementPlaces::add(const DOMElement* element, std::uint64_t line, std::uint
     mSorted = false;
 }
 
-void ElementPlaces::attachTo(xercesc::DOMDocument* document) const {
-    // The library keeps an untyped pointer; placeOf() only reads through it.
-    document->setUserData(KEY, const_cast<ElementPlaces*>(this), nullptr);
+ElementPlaces::~ElementPlaces() {
+    if (mDocument != nullptr) Registry::instance().remove(mDocument);
+}
+
+void ElementPlaces::attachTo(const xercesc::DOMDocument* document) {
+    assert(document != nullptr && mDocument == nullptr);
+    Registry::instance().add(document, this);
+    mDocument = document;
 }
 
 std::optional<SourcePlace> ElementPlaces::find(const DOMElement* element) const {
@@ -49,8 +83,8 @@ std::optional<SourcePlace> ElementPlaces::find(const DOMElement* element) const 
 
 std::optional<SourcePlace> placeOf(const DOMElement* element) {
     const xercesc::DOMDocument* const document = element == nullptr ? nullptr : element->getOwnerDocument();
-    const void* const places = document == nullptr ? nullptr : document->getUserData(KEY);
-    return places == nullptr ? std::nullopt : static_cast<const ElementPlaces*>(places)->find(element);
+    const ElementPlaces* const places = document == nullptr ? nullptr : Registry::instance().of(document);
+    return places == nullptr ? std::nullopt : places->find(element);
 }
 
 }  // namespace vornrun::parser

@@ -26,14 +26,15 @@ class ElementPlaces {
     explicit ElementPlaces(std::string file) : mFile(std::move(file)) {}
     ElementPlaces(const ElementPlaces&) = delete;
     ElementPlaces& operator=(const ElementPlaces&) = delete;
-    ~ElementPlaces() = default;
+    ~ElementPlaces();  // placeOf() finds them no more
 
     /// A place in the file. Numbers from 1; what is too large for a SourcePlace is cut down to its largest number.
     SourcePlace place(std::uint64_t line, std::uint64_t column) const;
     /// Notes where the element starts.
     void add(const xercesc::DOMElement* element, std::uint64_t line, std::uint64_t column);
-    /// Makes placeOf() find these places. This object must live as long as the document.
-    void attachTo(xercesc::DOMDocument* document) const;
+    /// Makes placeOf() find these places for as long as this object lives, which must not be longer than the document.
+    /// \pre the document is not null, and this is the first call
+    void attachTo(const xercesc::DOMDocument* document);
     /// Nothing for an element that was not added.
     /// \note the first call sorts the places
     std::optional<SourcePlace> find(const xercesc::DOMElement* element) const;
@@ -46,6 +47,7 @@ class ElementPlaces {
     };
 
     std::string mFile;
+    const xercesc::DOMDocument* mDocument = nullptr;
     mutable std::vector<Start> mStarts;  // by element once find() has been called
     mutable bool mSorted = false;
 };
