@@ -13,6 +13,7 @@
 #include <xercesc/util/XercesDefs.hpp>
 
 #include "vornrun/Log.h"
+#include "vornrun/algorithms/parser/UnfoldingBound.h"
 #include "vornrun/algorithms/parser/VornXmlTags.h"
 #include "vornrun/datastructures/vorn/syntax/VornDataTypes.h"
 
@@ -36,10 +37,8 @@ class AbstractVornXmlParser {
   protected:
     using Elements = std::vector<const xercesc::DOMElement*>;
 
-    /// Stores every element with an "objid" under it; of a repeated identifier the last one stands. Linear in the
+    /// Stores every element with an "objid" under it; of a repeated identifier the last element counts. Linear in the
     /// document, but for the look-up of identifiers.
-    /// \throws VornXmlCorruptedVornException naming the identifier when references lead back into themselves, or when
-    ///         the document grows beyond all measure with every reference replaced by its target (ReferenceGraph)
     void buildContext(const xercesc::DOMDocument* document);
     /// The element itself, or the target of its "objref", in a single step.
     /// \throws VornXmlParserException when nothing carries the identifier
@@ -71,6 +70,21 @@ class AbstractVornXmlParser {
     std::string typeAttribute(const xercesc::DOMElement* element) const;
     /// The same in the document's own characters, borrowed from it.
     const XMLCh* plainTypeAttribute(const xercesc::DOMElement* element) const;
+    /// As expectChildNode(), for a child that is read several times: it does not count towards the bound.
+    const xercesc::DOMElement* expectRereadChild(const xercesc::DOMElement* element, const XMLCh* tag,
+                                                 std::string_view description) const;
+    /// The child elements as they are in the document, references included.
+    Elements listOwnChildren(const xercesc::DOMElement* element) const;
+    /// The target of a reference, for a test of its name; the element itself if it is no reference, or if nothing
+    /// carries the identifier.
+    const xercesc::DOMElement* referencedOrItself(const xercesc::DOMElement* element) const;
+    /// checkReference() of a child that the parser goes on to: it counts towards the bound.
+    const xercesc::DOMElement* reach(const xercesc::DOMElement* element) const;
+    /// The element's "objid", borrowed from the document. Null without one, and in a document without references,
+    /// where no element is reached twice.
+    const XMLCh* sharedIdentifier(const xercesc::DOMElement* element) const;
+    /// From now on, this parser and the other one count towards the same bound.
+    void countTogetherWith(const AbstractVornXmlParser& other) noexcept { mBound = other.mBound; }
 
     const VornXmlTags& tags() const noexcept { return *mTags; }
     bool xercesInitialized() const noexcept { return mXercesInitialized; }
@@ -81,10 +95,20 @@ class AbstractVornXmlParser {
   private:
     struct AttributeNames;  // "key", "type", "objid" and "objref", transcoded
 
+    /// Calls `take` with each child element as it is in the document, until `take` returns true.
+    template <class Take>
+    void untilChild(const xercesc::DOMElement* element, Take&& take) const;
+    const xercesc::DOMElement* lookUp(const xercesc::DOMElement* element, const XMLCh* tag, bool local) const;
+    /// The value of "objref"; null when the element is no reference.
+    const XMLCh* referenceOf(const xercesc::DOMElement* element) const;
+    [[noreturn]] void refuseWithout(const xercesc::DOMElement* element, const XMLCh* tag, std::string_view description,
+                                    bool local) const;
+
     bool mXercesInitialized;
     std::unique_ptr<VornXmlTags> mTags;
     std::unique_ptr<AttributeNames> mAttributes;
     XmlContext& mContext;
+    std::shared_ptr<UnfoldingBound> mBound;  // one for all parsers of a document
 };
 
 }  // namespace vornrun::parser

@@ -174,6 +174,8 @@ VornXmlParser::ExpressionParser::~ExpressionParser() = default;
 
 VornExpressionTree* VornXmlParser::ExpressionParser::parseSubexpression(const DOMElement* element) const {
     if (stackNearlyExhausted()) throw VornXmlCorruptedVornException("Expression is nested too deeply");
+    parser::OpenElements::Entry entry(mOpen);
+    entry.enter(element, sharedIdentifier(element));
     const XMLCh* const type = plainTypeAttribute(element);
     const auto is = [type](const XMLCh* name) { return xercesc::XMLString::equals(type, name); };
     if (is(mTypeNames->binary)) return parseBinaryExpression(element);
@@ -243,7 +245,7 @@ VornValue* VornXmlParser::ExpressionParser::parseVornValueOfGivenType(const DOME
 
 int VornXmlParser::ExpressionParser::getNodeTypeForExpressionNode(const DOMElement* element) const {
     const int number = util::getIntegerNumberContent(
-        expectChildNode(element, tags().nodeType, "Expression nodes need a node type to determine their data type."),
+        expectRereadChild(element, tags().nodeType, "Expression nodes need a node type to determine their data type."),
         "Node types are encoded as integers.");
     if (number < 0 || number > LAST_NODE_TYPE || number == 17 || number == 18)
         throw VornXmlUnexpectedValueException("", "A nodetype integer: {0,..16, 19, 20}", std::to_string(number));

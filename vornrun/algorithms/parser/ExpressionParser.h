@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "vornrun/algorithms/parser/OpenElements.h"
 #include "vornrun/algorithms/parser/VornXmlParser.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/OperatorType.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornExpressionTree.h"
@@ -27,7 +28,8 @@ class VornXmlParser::ExpressionParser final : public parser::AbstractVornXmlPars
     ~ExpressionParser() override;  // the class of the names is incomplete here
 
     /// The tree of an expression element, or null when an operand in it failed.
-    /// \throws VornXmlCorruptedVornException "Expression is nested too deeply" when the stack does not suffice
+    /// \throws VornXmlCorruptedVornException "Expression is nested too deeply" when the stack does not suffice, or
+    ///         naming an identifier when references lead from the expression back to itself
     VornExpressionTree* parseSubexpression(const xercesc::DOMElement* element) const;
     /// The variable that an element names.
     VornVariable* parseIdentifierNode(const xercesc::DOMElement* element) const;
@@ -54,6 +56,7 @@ class VornXmlParser::ExpressionParser final : public parser::AbstractVornXmlPars
     void warnOfMismatch(const VornExpressionTree& tree, VornDataTypeTag expected) const;
 
     std::unique_ptr<TypeNames> mTypeNames;
+    mutable parser::OpenElements mOpen;  // empty when no call is in progress
 };
 
 }  // namespace vornrun

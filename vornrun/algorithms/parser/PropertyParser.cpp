@@ -32,9 +32,9 @@ void refuseDeepNesting() {
 }  // namespace
 
 VornXmlParser::PropertyParser::PropertyParser(parser::XmlContext& context, const ExpressionParser* expressionParser)
-    : AbstractVornXmlParser(context),
-      mExpressionParser(expressionParser),
-      mNames(std::make_unique<PropertyXmlTags>()) {}
+    : AbstractVornXmlParser(context), mExpressionParser(expressionParser), mNames(std::make_unique<PropertyXmlTags>()) {
+    countTogetherWith(*expressionParser);
+}
 
 VornXmlParser::PropertyParser::~PropertyParser() = default;
 
@@ -63,7 +63,12 @@ CSLFormula* VornXmlParser::PropertyParser::parseProperty(const DOMElement* eleme
 
 CSLStateFormula* VornXmlParser::PropertyParser::parseStateFormula(const DOMElement* element) const {
     refuseDeepNesting();
-    while (isNamed(element, mNames->formula)) element = firstChild(element);
+    parser::OpenElements::Entry entry(mOpenStateFormulas);
+    entry.enter(element, sharedIdentifier(element));
+    while (isNamed(element, mNames->formula)) {
+        element = firstChild(element);
+        entry.enter(element, sharedIdentifier(element));
+    }
     const auto is = [element](const XMLCh* name) { return isNamed(element, name); };
     if (is(mNames->probability)) return parseProbability(element);
     if (is(mNames->atomicProposition)) return parseProposition(element);
@@ -118,10 +123,13 @@ CSLProbabilityStateFormula::Operator VornXmlParser::PropertyParser::parseProbOpe
 
 CSLPathFormula* VornXmlParser::PropertyParser::parsePathFormula(const DOMElement* element) const {
     refuseDeepNesting();
+    parser::OpenElements::Entry entry(mOpenPathFormulas);
+    entry.enter(element, sharedIdentifier(element));
     while (isNamed(element, mNames->formula)) {
         if (element->getFirstElementChild() == nullptr)
             throw VornXmlCorruptedVornException("Formula node has no child");
         element = firstChild(element);
+        entry.enter(element, sharedIdentifier(element));
     }
     // Both bounds come first, whatever the kind: there is no unbounded formula.
     const DOMElement* lowerElement = expectValue(element, mNames->lowerBound, "Path formula missing lower bound");

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "vornrun/algorithms/parser/OpenElements.h"
 #include "vornrun/algorithms/parser/VornXmlParser.h"
 #include "vornrun/datastructures/property/CSLProbabilityStateFormula.h"
 
@@ -29,7 +30,8 @@ class VornXmlParser::PropertyParser final : public parser::AbstractVornXmlParser
     std::vector<CSLFormula*> parseProperties(const xercesc::DOMElement* root);
     /// Null when the element is not a formula to be checked.
     CSLFormula* parseProperty(const xercesc::DOMElement* element) const;
-    // Both throw VornXmlCorruptedVornException "Formula is nested too deeply" when the stack does not suffice.
+    // Both throw VornXmlCorruptedVornException "Formula is nested too deeply" when the stack does not suffice, or
+    // naming an identifier when references lead from the formula back to itself.
     CSLStateFormula* parseStateFormula(const xercesc::DOMElement* element) const;
     CSLPathFormula* parsePathFormula(const xercesc::DOMElement* element) const;
     /// The comparison of a `comparisonOperator`; of several, `lessEqual` comes before `lessThan`, these two before
@@ -49,6 +51,9 @@ class VornXmlParser::PropertyParser final : public parser::AbstractVornXmlParser
 
     const ExpressionParser* mExpressionParser;
     std::unique_ptr<PropertyXmlTags> mNames;
+    // Both are empty when no call is in progress.
+    mutable parser::OpenElements mOpenStateFormulas;
+    mutable parser::OpenElements mOpenPathFormulas;
 };
 
 }  // namespace vornrun

@@ -21,7 +21,9 @@ using parser::util::getRealNumberContent;
 using xercesc::DOMElement;
 
 VornXmlParser::TypeDeclParser::TypeDeclParser(parser::XmlContext& context, const ExpressionParser* expressionParser)
-    : AbstractVornXmlParser(context), mExpressionParser(expressionParser) {}
+    : AbstractVornXmlParser(context), mExpressionParser(expressionParser) {
+    countTogetherWith(*expressionParser);
+}
 
 void VornXmlParser::TypeDeclParser::parseSubpackageTypes(VornPackageConstructor& constructor,
                                                          const DOMElement* subpackage) const {
@@ -77,12 +79,12 @@ VornXmlParser::TypeDeclParser::Ports VornXmlParser::TypeDeclParser::parsePorts(c
     // From sibling to sibling, since the list counts from its start for every index.
     for (const xercesc::DOMNode* node = nodes->item(0); node != nullptr; node = node->getNextSibling()) {
         if (node->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) continue;
-        // A reference stands in the list under its own name; what is read is its target.
+        // In the list, the name of the reference counts; what is read is its target.
         const auto* listed = static_cast<const DOMElement*>(node);
         if (elemMatchesTag(listed, tags().errorEventPort)) {
-            ports.push_back(parseErrorPort(checkReference(listed), direction));
+            ports.push_back(parseErrorPort(reach(listed), direction));
         } else if (featureTagMatches(listed, type, direction)) {
-            const DOMElement* element = checkReference(listed);
+            const DOMElement* element = reach(listed);
             ports.push_back(type == PortType::data ? parseDataPort(element, direction)
                                                    : parseEventPort(element, direction));
         } else {

@@ -52,7 +52,9 @@ const VornComponentDeclaration* declarationOf(const VornPackageConstructor& cons
 }  // namespace
 
 VornXmlParser::TypeImplParser::TypeImplParser(parser::XmlContext& context, const ExpressionParser* expressionParser)
-    : AbstractVornXmlParser(context), mExpressionParser(expressionParser) {}
+    : AbstractVornXmlParser(context), mExpressionParser(expressionParser) {
+    countTogetherWith(*expressionParser);
+}
 
 void VornXmlParser::TypeImplParser::parseSubpackageImpls(VornPackageConstructor& constructor,
                                                          const DOMElement* subpackage) const {

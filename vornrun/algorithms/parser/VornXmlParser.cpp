@@ -56,6 +56,7 @@ VornXmlParser::VornXmlParser(parser::XmlContext& context) : AbstractVornXmlParse
     if (!xercesInitialized()) throw VornXmlParserException("Failure initializing xerces");
     mReader = std::make_unique<DocumentReader>();
     mExpressionParser = std::make_unique<ExpressionParser>(context);
+    countTogetherWith(*mExpressionParser);
     mTypeDeclParser = std::make_unique<TypeDeclParser>(context, mExpressionParser.get());
     mTypeImplParser = std::make_unique<TypeImplParser>(context, mExpressionParser.get());
     mPropertyParser = std::make_unique<PropertyParser>(context, mExpressionParser.get());
@@ -115,12 +116,14 @@ std::vector<std::unique_ptr<VornPackage>> VornXmlParser::parsePackages(const DOM
 
 std::unique_ptr<VornPackage> VornXmlParser::parsePackage(const DOMElement* element) {
     VornPackageConstructor constructor(getNameFromChildNodes(element));
-    for (const DOMElement* child = element->getFirstElementChild(); child != nullptr;
-         child = child->getNextElementSibling()) {
-        if (parser::util::elemMatchesTag(child, tags().publicSubpackage))
-            parseSubpackage(constructor, checkReference(child), false);
-        else if (parser::util::elemMatchesTag(child, tags().privateSubpackage))
-            parseSubpackage(constructor, checkReference(child), true);
+    for (const DOMElement* child : listOwnChildren(element)) {
+        // As in a list of packages, the name of the target counts. A child of another name is not read, so that it may
+        // refer to nothing.
+        const DOMElement* const named = referencedOrItself(child);
+        if (parser::util::elemMatchesTag(named, tags().publicSubpackage))
+            parseSubpackage(constructor, reach(child), false);
+        else if (parser::util::elemMatchesTag(named, tags().privateSubpackage))
+            parseSubpackage(constructor, reach(child), true);
     }
     return std::unique_ptr<VornPackage>(constructor.takePackage());
 }
