@@ -29,11 +29,11 @@ TEST_F(LinearSubstitutionTest, ALinearExpressionReadsValueAndRateOfItsVariables)
     ASSERT_EQ(realised->clauses()[0]->expressions().size(), 1u);
     const LinExp& comparison = *realised->clauses()[0]->expressions()[0];
     EXPECT_EQ(comparison.op(), parser::OperatorType::LEq);
-    EXPECT_EQ(textOf(*comparison.constant()), "r{=2.5:real}");
+    EXPECT_EQ(printed(*comparison.constant()), "r{=2.5:real}");
     ASSERT_EQ(comparison.terms().size(), 1u);
-    EXPECT_EQ(textOf(*comparison.terms()[0].variable), "c{=3:clock}");
-    EXPECT_EQ(textOf(*comparison.terms()[0].rate), "c{=1:clock}");
-    EXPECT_EQ(textOf(*comparison.terms()[0].coefficient), "x{=1:int}");
+    EXPECT_EQ(printed(*comparison.terms()[0].variable), "c{=3:clock}");
+    EXPECT_EQ(printed(*comparison.terms()[0].rate), "c{=1:clock}");
+    EXPECT_EQ(printed(*comparison.terms()[0].coefficient), "x{=1:int}");
     EXPECT_FALSE(realised->holds());
     // 1 * c <= 2.5 with c = 3, running at rate 1, is over; with c = 1 it lasts for another 1.5.
     EXPECT_TRUE(realised->holdsWhile().empty());
