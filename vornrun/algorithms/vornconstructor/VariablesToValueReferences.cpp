@@ -103,13 +103,9 @@ VornLinearExpression* VariablesToValueReferences::operator()(const VornLinearExp
 
 std::unique_ptr<Clause> VariablesToValueReferences::rewrite(const Clause& clause,
                                                             VariableSubstitutionExpressionVisitor& visitor) const {
-    std::unique_ptr<BoolTree> condition;
-    if (clause.condition() != nullptr) {
-        condition = asCondition(accepted(clause.condition(), visitor));
-        // No condition means true; one that did not resolve must not come to mean that.
-        if (condition == nullptr) condition = asCondition(missing(VornDataTypeTag::VornBool, {"Condition", "clause"}));
-    }
-    auto result = std::make_unique<Clause>(condition.release());
+    // A condition that does not resolve is null, as one that is not there: the clause then depends on its comparisons
+    // alone.
+    auto result = std::make_unique<Clause>(asCondition(accepted(clause.condition(), visitor)).release());
     for (const auto& comparison : clause.expressions()) result->addExpr(rewrite(*comparison, visitor).release());
     return result;
 }

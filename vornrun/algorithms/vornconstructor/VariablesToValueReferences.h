@@ -38,7 +38,7 @@ class VariablesToValueReferences {
     RealisedAssignment* operator()(const VornAssignment* assignment) const;
     RealisedFlow* operator()(const VornFlow* flow, const ModeList& modes) const;
     RealisedTrajectoryEquation* operator()(const VornTrajectoryEquation* equation) const;
-    /// A condition of a clause that does not resolve raises missing_operand when it is evaluated.
+    /// A clause whose condition does not resolve has no condition in the result, which means true.
     /// \throws model_exception when a term of a comparison is anything but a coefficient and a variable
     VornLinearExpression* operator()(const VornLinearExpression* expression) const;
     /// Sets the invariant and the trajectories of `target`. An equation whose types do not fit is left out.

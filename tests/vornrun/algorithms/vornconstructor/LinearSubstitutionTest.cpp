@@ -50,12 +50,30 @@ TEST_F(LinearSubstitutionTest, TheConditionOfAClauseIsRewritten) {
     EXPECT_EQ(realised->holdsWhile().upper, 6.0);
 }
 
-TEST_F(LinearSubstitutionTest, AConditionThatDoesNotResolveFailsAndIsNeverTakenForTrue) {
+TEST_F(LinearSubstitutionTest, AConditionThatDoesNotResolveIsLoggedAndMeansTrue) {
     const VornLinearExpression syntax = linear(constant<VornBool>(true), typedVar<VornBool>("nothing"),
                                                var<VornClock>("c"), constant<VornReal>(1.0), constant<VornReal>(9.0));
     const std::unique_ptr<VornLinearExpression> realised(subject()(&syntax));
-    EXPECT_TRUE(realised->holds());
-    EXPECT_THROW(realised->holdsWhile(), missing_operand);
+    EXPECT_EQ(log.texts(VALREF), std::vector<std::string>{"Unable to find id linked to variable nothing"});
+    EXPECT_EQ(realised->clauses()[0]->condition(), nullptr);
+    EXPECT_EQ(realised->holdsWhile().upper, 6.0);
+}
+
+TEST_F(LinearSubstitutionTest, AClauseOfOnlyAConditionThatDoesNotResolveHoldsForEverBesideAComparison) {
+    auto* comparison = new LinExp(constant<VornReal>(9.0), parser::OperatorType::LEq);
+    comparison->addTerm(var<VornClock>("c"), var<VornClock>("c"), constant<VornReal>(1.0));
+    auto* bounded = new Clause(nullptr);
+    bounded->addExpr(comparison);
+    const VornLinearExpression syntax(constant<VornBool>(true), {bounded, new Clause(typedVar<VornBool>("nothing"))});
+    const std::unique_ptr<VornLinearExpression> realised(subject()(&syntax));
+    EXPECT_EQ(realised->holdsWhile().upper, TimeInterval::INF_TIME);
+}
+
+TEST_F(LinearSubstitutionTest, WithoutAComparisonThePlainFormDecidesWhateverTheConditionsAre) {
+    const VornLinearExpression syntax(typedVar<VornBool>("flag"), {new Clause(typedVar<VornBool>("nothing"))});
+    const std::unique_ptr<VornLinearExpression> realised(subject()(&syntax));
+    EXPECT_TRUE(realised->isSimple());
+    EXPECT_TRUE(realised->holdsWhile().empty());
 }
 
 TEST_F(LinearSubstitutionTest, ABareGuardThatDoesNotResolveFailsWhenEvaluated) {
