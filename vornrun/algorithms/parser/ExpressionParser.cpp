@@ -7,7 +7,7 @@
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/util/XMLString.hpp>
 
-#include "vornrun/algorithms/parser/StackGuard.h"
+#include "vornrun/StackGuard.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 #include "vornrun/algorithms/parser/XmlName.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "vornrun/algorithms/parser/StackGuard.h"
+#include "vornrun/StackGuard.h"
 #include "vornrun/algorithms/vornconstructor/RealisationWork.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
 
