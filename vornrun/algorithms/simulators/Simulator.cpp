@@ -38,12 +38,9 @@ Simulator::~Simulator() = default;
 
 void Simulator::setProperty(const CSLFormula* property) {
     mProperty.reset();
-    StraySlots strays;
-    const VariablesToValueReferences references(mRealisation.get(), mValuation, &strays);
+    const VariablesToValueReferences references(mRealisation.get(), mValuation);
     VariableSubstitutionPropertyVisitor visitor(&references);
-    std::unique_ptr<CSLFormula> bound(property->accept(visitor));
-    refuseStraySlots(strays, *mValuation);
-    mProperty = std::move(bound);
+    mProperty.reset(property->accept(visitor));
 }
 
 bool Simulator::performRun(const CSLFormula* formula) {

@@ -27,7 +27,6 @@ class Simulator {
     ~Simulator();  // the class of the realisation is incomplete for whoever includes this header
 
     /// Makes the simulator's own copy of the formula, bound to its values; the argument stays the caller's.
-    /// \throws model_exception for a variable of a type that its place in the model does not have
     void setProperty(const CSLFormula* property);
     /// The bound copy, borrowed; null before setProperty().
     const CSLFormula* property() const noexcept { return mProperty.get(); }
