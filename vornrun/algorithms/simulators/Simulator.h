@@ -6,25 +6,26 @@
 #include <string>
 
 #include "vornrun/Log.h"
-#include "vornrun/algorithms/simulators/SimulationExceptions.h"
-#include "vornrun/algorithms/simulators/SimulationTrace.h"
+#include "vornrun/algorithms/simulators/steps/SimulationExceptions.h"
+#include "vornrun/algorithms/simulators/steps/SimulationTrace.h"
 #include "vornrun/algorithms/simulators/strategies/SimulationStrategy.h"
 #include "vornrun/datastructures/eda/EDANetwork.h"
 #include "vornrun/datastructures/property/CSLFormula.h"
+#include "vornrun/datastructures/property/RunContext.h"
 
 namespace vornrun {
 
 class VornComponentImplementation;
 
 /// Owns a private realisation of the model, its network, a strategy and the current property. One worker uses it.
-class Simulator {
+class Simulator final : public RunContext {
   public:
     /// Realises the model and clones the strategy; neither argument is owned.
     /// \throws model_exception, eda_model_exception, std::out_of_range for a model that cannot be realised
     Simulator(const VornComponentImplementation* component, const SimulationStrategy* strategy);
     Simulator(const Simulator&) = delete;
     Simulator& operator=(const Simulator&) = delete;
-    ~Simulator();  // the class of the realisation is incomplete for whoever includes this header
+    ~Simulator() override;  // the class of the realisation is incomplete for whoever includes this header
 
     /// Makes the simulator's own copy of the formula, bound to its values; the argument stays the caller's.
     void setProperty(const CSLFormula* property);
@@ -37,14 +38,14 @@ class Simulator {
     /// \throws abort_exception at the step bound or in a deadlock, where these are not allowed
     bool performRun(const CSLFormula* formula);
     /// The nested estimate: the share of true results in exactly 10000 runs. Leaves the last run's trace behind.
-    double evaluate(const CSLFormula* formula);
+    double evaluate(const CSLFormula* formula) override;
     /// Network, strategy and trace back to their start.
     void reset();
     /// Save and restore the network's configuration; trace and strategy are not saved.
-    void pushState();
-    void popState();
+    void pushState() override;
+    void popState() override;
     /// The sum of all delays of the current run.
-    Time currentTime() const noexcept { return mTrace.time(); }
+    Time currentTime() const override { return mTrace.time(); }
 
     SimulationStrategy* strategy() const noexcept { return mStrategy.get(); }
     EDANetwork* network() const noexcept { return mNetwork.get(); }

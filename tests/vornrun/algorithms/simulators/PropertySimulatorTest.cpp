@@ -186,10 +186,10 @@ TEST_F(PropertySimulatorTest, AFastWorkerDoesNotGetAheadOfASlowOne) {
     class UnevenFormula final : public CSLFormula {
       public:
         explicit UnevenFormula(Meeting& meeting) : mMeeting(meeting) {}
-        PropertyResult evaluate(Simulator* simulator, bool) const override {
+        PropertyResult evaluate(RunContext* run, bool) const override {
             std::unique_lock lock(mMeeting.mutex);
-            if (mMeeting.slow == nullptr) mMeeting.slow = simulator;
-            if (mMeeting.slow == simulator) {
+            if (mMeeting.slow == nullptr) mMeeting.slow = run;
+            if (mMeeting.slow == run) {
                 mMeeting.changed.wait(lock, [this] { return mMeeting.fastVerdicts >= 20; });
                 return PropertyFalse;
             }
@@ -338,7 +338,7 @@ TEST_F(PropertySimulatorTest, TheFirstDisallowedDeadlockOnAnyWorkerEndsTheProper
 TEST_F(PropertySimulatorTest, AnyOtherExceptionOnAWorkerEndsThePropertyInTheSameWay) {
     over(ticker(), 1);
     VerdictFormula formula({PropertyUnknown});
-    formula.onEvaluate = [](Simulator*, bool) { throw std::out_of_range("map::at"); };
+    formula.onEvaluate = [](RunContext*, bool) { throw std::out_of_range("map::at"); };
     NotingGenerator generator(10);
     const RedirectedConsole console;
     const CapturedLog log(LogLevel::Info);
@@ -352,7 +352,7 @@ TEST_F(PropertySimulatorTest, AnyOtherExceptionOnAWorkerEndsThePropertyInTheSame
 TEST_F(PropertySimulatorTest, APropertyAfterAnAbortedOneIsChecked) {
     over(ticker(), 2);
     VerdictFormula failing({PropertyUnknown});
-    failing.onEvaluate = [](Simulator*, bool) { throw std::out_of_range("map::at"); };
+    failing.onEvaluate = [](RunContext*, bool) { throw std::out_of_range("map::at"); };
     NotingGenerator generator(6);
     const RedirectedConsole console;
     const CapturedLog log(LogLevel::Error);

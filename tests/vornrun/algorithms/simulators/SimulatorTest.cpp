@@ -155,7 +155,7 @@ TEST(Simulator, ADisallowedDeadlockIsReportedAndEndsTheProperty) {
 TEST(Simulator, ADeadlockOutOfTheFormulaPassesThrough) {
     DrivenModel driven(ticker(), AsapStrat());
     VerdictFormula formula({U});
-    formula.onEvaluate = [](Simulator*, bool) { throw deadlock_exception("not of a step"); };
+    formula.onEvaluate = [](RunContext*, bool) { throw deadlock_exception("not of a step"); };
     const RedirectedConsole console;
     EXPECT_THROW(driven.simulator().performRun(&formula), deadlock_exception);
     EXPECT_EQ(console.output(), "");
@@ -164,7 +164,7 @@ TEST(Simulator, ADeadlockOutOfTheFormulaPassesThrough) {
 TEST(Simulator, OtherExceptionsPassThroughUnchanged) {
     DrivenModel driven(ticker(), AsapStrat());
     VerdictFormula formula({U});
-    formula.onEvaluate = [](Simulator*, bool) { throw std::out_of_range("map::at"); };
+    formula.onEvaluate = [](RunContext*, bool) { throw std::out_of_range("map::at"); };
     EXPECT_THROW(driven.simulator().performRun(&formula), std::out_of_range);
 }
 

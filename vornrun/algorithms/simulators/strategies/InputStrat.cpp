@@ -8,7 +8,7 @@
 #include <sstream>
 #include <utility>
 
-#include "vornrun/algorithms/simulators/Simulator.h"
+#include "vornrun/datastructures/property/RunContext.h"
 
 namespace vornrun {
 
@@ -128,7 +128,7 @@ void InputStrat::showInterval(const QualifiedTransition& transition, const TimeI
 
 void InputStrat::showState() const {
     std::cout << "Current state:\n" << network() << std::endl;
-    std::cout << "Current time is:" << simulator()->currentTime() << std::endl;
+    std::cout << "Current time is:" << run()->currentTime() << std::endl;
 }
 
 InputStrat::Command InputStrat::askForCommand(std::size_t enabledCount, const TimeInterval& allowed) const {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "vornrun/algorithms/simulators/MTRandomGenerator.h"
-#include "vornrun/algorithms/simulators/StepMemory.h"
+#include "vornrun/algorithms/simulators/random/MTRandomGenerator.h"
+#include "vornrun/algorithms/simulators/steps/StepMemory.h"
 
 namespace vornrun {
 
@@ -35,7 +35,7 @@ const Log SimulationStrategy::sLogger("root.sim.strat");
 SimulationStrategy::SimulationStrategy() : mRandomGenerator(std::make_unique<MTRandomGenerator>()) {}
 
 SimulationStrategy::SimulationStrategy(const SimulationStrategy& other)
-    : mSimulator(other.mSimulator),
+    : mRun(other.mRun),
       mRandomGenerator(other.mRandomGenerator->clone()),
       mNetwork(other.mNetwork),
       mSamplePolicy(other.mSamplePolicy) {
@@ -48,8 +48,8 @@ void SimulationStrategy::reset() {
     for (Sample& sample : mEventSamples) sample.first = TimeInterval::INF_TIME;
 }
 
-void SimulationStrategy::registerSimulator(Simulator* simulator, EDANetwork* network) {
-    mSimulator = simulator;
+void SimulationStrategy::registerSimulator(RunContext* run, EDANetwork* network) {
+    mRun = run;
     mNetwork = network;
     for (EDA* eda : network->edas())
         for (const auto& port : eda->component()->eventPorts())

@@ -10,14 +10,14 @@
 #include <vector>
 
 #include "vornrun/Log.h"
-#include "vornrun/algorithms/simulators/RandomGenerator.h"
-#include "vornrun/algorithms/simulators/SimulationExceptions.h"
-#include "vornrun/algorithms/simulators/SimulationStep.h"
+#include "vornrun/algorithms/simulators/random/RandomGenerator.h"
+#include "vornrun/algorithms/simulators/steps/SimulationExceptions.h"
+#include "vornrun/algorithms/simulators/steps/SimulationStep.h"
 #include "vornrun/datastructures/eda/EDANetwork.h"
 
 namespace vornrun {
 
-class Simulator;
+class RunContext;
 
 /// What becomes of the sample of an event that is no longer active.
 enum class SamplePolicy : unsigned int {
@@ -39,7 +39,7 @@ class SimulationStrategy {
     /// Forgets all samples; called at the start of each run.
     virtual void reset();
     /// Makes an entry in the race for each stochastic event port. Called once; neither argument is owned.
-    virtual void registerSimulator(Simulator* simulator, EDANetwork* network);
+    virtual void registerSimulator(RunContext* run, EDANetwork* network);
     /// A plain copy; the caller owns it.
     virtual SimulationStrategy* clone() const = 0;
 
@@ -77,7 +77,7 @@ class SimulationStrategy {
     /// One alternative for each automaton, uniformly; a draw each, also where there is no choice.
     virtual QualifiedTransitions selectTransitions(const ConnectionAsTransitions& options);
 
-    Simulator* simulator() const noexcept { return mSimulator; }
+    RunContext* run() const noexcept { return mRun; }
     EDANetwork& network() const noexcept { return *mNetwork; }
     RandomGenerator& random() const noexcept { return *mRandomGenerator; }
     /// A uniform index into a list of `size` elements, which is not 0; a draw also when there is one element only.
@@ -112,7 +112,7 @@ class SimulationStrategy {
     Samples::iterator moveBack(Samples::iterator hole, std::size_t& movesLeft);
     Samples::iterator moveForward(Samples::iterator from, std::size_t& movesLeft);
 
-    Simulator* mSimulator = nullptr;
+    RunContext* mRun = nullptr;
     std::unique_ptr<RandomGenerator> mRandomGenerator;
     EDANetwork* mNetwork = nullptr;
     std::vector<Sample> mEventSamples;

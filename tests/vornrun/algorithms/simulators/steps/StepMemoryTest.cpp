@@ -1,4 +1,4 @@
-#include "vornrun/algorithms/simulators/StepMemory.h"
+#include "vornrun/algorithms/simulators/steps/StepMemory.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +13,8 @@
 #include "tests/support/ModelWriter.h"
 #include "tests/support/ParseModel.h"
 #include "tests/support/RedirectedConsole.h"
-#include "vornrun/algorithms/simulators/SimulationStep.h"
 #include "vornrun/algorithms/simulators/Simulator.h"
+#include "vornrun/algorithms/simulators/steps/SimulationStep.h"
 #include "vornrun/algorithms/simulators/strategies/AsapStrat.h"
 #include "vornrun/datastructures/property/CSLConstantStateFormula.h"
 #include "vornrun/datastructures/property/CSLUntilPathFormula.h"
