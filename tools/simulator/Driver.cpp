@@ -26,12 +26,22 @@ namespace {
 
 const vornrun::Log sLogger("root.main");
 
+/// A parser. Why the XML library does not start is printed here, since the library itself prints nothing.
+std::unique_ptr<vornrun::VornXmlParser> makeParser(vornrun::parser::XmlContext& context) {
+    try {
+        return std::make_unique<vornrun::VornXmlParser>(context);
+    } catch (const vornrun::parser::XmlLibraryException& exception) {
+        std::cerr << exception.libraryText();
+        throw;
+    }
+}
+
 }  // namespace
 
 vornrun::VornSpecification* parseModel(const std::string& fileName) {
     vornrun::parser::XmlContext context;
     try {
-        const auto parser = std::make_unique<vornrun::VornXmlParser>(context);
+        const auto parser = makeParser(context);
         std::unique_ptr<vornrun::VornSpecification> specification(parser->parseVorn(fileName));
         VORNRUN_LOG(sLogger, Trace, *specification);
         return specification.release();
@@ -44,7 +54,7 @@ vornrun::VornSpecification* parseModel(const std::string& fileName) {
 std::vector<vornrun::CSLFormula*> parseProperty(const std::string& fileName) {
     vornrun::parser::XmlContext context;
     try {
-        const auto parser = std::make_unique<vornrun::VornXmlParser>(context);
+        const auto parser = makeParser(context);
         VORNRUN_LOG(sLogger, Info, "Parsing properties from: " << fileName);
         return parser->parseProperties(fileName);
     } catch (const vornrun::VornXmlException& exception) {

@@ -1,11 +1,14 @@
 #include "vornrun/algorithms/parser/AbstractVornXmlParser.h"
 
+#include <cassert>
+#include <cstdint>
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 
+#include "vornrun/algorithms/parser/ElementPlaces.h"
+#include "vornrun/algorithms/parser/UnfoldingBound.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
-#include "vornrun/algorithms/parser/XmlName.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
 
 namespace vornrun::parser {
@@ -14,11 +17,9 @@ using xercesc::DOMElement;
 
 const Log AbstractVornXmlParser::sLogger("root.vornxml");
 
-struct AbstractVornXmlParser::AttributeNames {
-    XmlName key{"key"};  // known to the format, read by no parser
-    XmlName type{"type"};
-    XmlName objid{"objid"};
-    XmlName objref{"objref"};
+struct AbstractVornXmlParser::Shared {
+    UnfoldingBound bound;
+    std::optional<SourcePlace> notedPlace;
 };
 
 namespace {
@@ -36,10 +37,10 @@ const DOMElement* nextInDocument(const DOMElement* element, const DOMElement* ro
 }  // namespace
 
 AbstractVornXmlParser::AbstractVornXmlParser(XmlContext& context)
-    : mXercesInitialized(util::initialize()), mContext(context), mBound(std::make_shared<UnfoldingBound>()) {
+    : mXercesInitialized(util::initialize(mXercesFault)), mContext(context), mShared(std::make_shared<Shared>()) {
     if (!mXercesInitialized) return;  // no name can be transcoded
     mTags = std::make_unique<VornXmlTags>();
-    mAttributes = std::make_unique<AttributeNames>();
+    mAttributes = std::make_unique<VornXmlAttributes>();
 }
 
 AbstractVornXmlParser::~AbstractVornXmlParser() {
@@ -49,6 +50,7 @@ AbstractVornXmlParser::~AbstractVornXmlParser() {
 }
 
 void AbstractVornXmlParser::buildContext(const xercesc::DOMDocument* document) {
+    assert(document != nullptr);
     std::uint64_t count = 0;
     bool hasReferences = false;
     const DOMElement* const root = document->getDocumentElement();
@@ -59,10 +61,12 @@ void AbstractVornXmlParser::buildContext(const xercesc::DOMDocument* document) {
         if (element->hasAttribute(mAttributes->objid))
             mContext[util::transcode(element->getAttribute(mAttributes->objid))] = element;
     }
-    mBound->startDocument(count, hasReferences);
+    mShared->bound.startDocument(count, hasReferences);
+    mShared->notedPlace.reset();
 }
 
 const XMLCh* AbstractVornXmlParser::referenceOf(const DOMElement* element) const {
+    assert(element != nullptr);
     const xercesc::DOMAttr* const reference =
         element->hasAttributes() ? element->getAttributeNode(mAttributes->objref) : nullptr;
     return reference == nullptr ? nullptr : reference->getValue();
@@ -74,7 +78,7 @@ const DOMElement* AbstractVornXmlParser::checkReference(const DOMElement* elemen
     const std::string identifier = util::transcode(reference);
     const auto target = mContext.find(identifier);
     if (target == mContext.end())
-        throw VornXmlParserException("XML references object that has not been parsed yet: " + identifier);
+        throw at(element, VornXmlParserException("XML references object that has not been parsed yet: " + identifier));
     return target->second;
 }
 
@@ -87,15 +91,16 @@ const DOMElement* AbstractVornXmlParser::referencedOrItself(const DOMElement* el
 
 template <class Take>
 void AbstractVornXmlParser::untilChild(const DOMElement* element, Take&& take) const {
+    assert(element != nullptr);
     for (const DOMElement* child = element->getFirstElementChild(); child != nullptr;
          child = child->getNextElementSibling()) {
-        mBound->countLook();
+        placed(element, [&] { mShared->bound.countLook(); });
         if (take(child)) return;
     }
 }
 
 const DOMElement* AbstractVornXmlParser::reach(const DOMElement* element) const {
-    mBound->countReached();
+    placed(element, [&] { mShared->bound.countReached(); });
     return checkReference(element);
 }
 
@@ -110,7 +115,8 @@ const DOMElement* AbstractVornXmlParser::lookUp(const DOMElement* element, const
 
 void AbstractVornXmlParser::refuseWithout(const DOMElement* element, const XMLCh* tag, std::string_view description,
                                           bool local) const {
-    throw VornXmlNodeMissingException(std::string(description), util::transcode(tag), util::nodeName(element, local));
+    throw at(element, VornXmlNodeMissingException(std::string(description), util::transcode(tag),
+                                                  util::nodeName(element, local)));
 }
 
 const DOMElement* AbstractVornXmlParser::firstChild(const DOMElement* element) const { return indexChild(element, 0); }
@@ -124,8 +130,9 @@ const DOMElement* AbstractVornXmlParser::indexChild(const DOMElement* element, u
         return found != nullptr;
     });
     if (found != nullptr) return reach(found);
-    throw VornXmlNodeMissingException("", "(index " + std::to_string(i) + " out of " + std::to_string(count) + ")",
-                                      util::nodeName(element));
+    throw at(element,
+             VornXmlNodeMissingException("", "(index " + std::to_string(i) + " out of " + std::to_string(count) + ")",
+                                         util::nodeName(element)));
 }
 
 const DOMElement* AbstractVornXmlParser::findChildWithName(const DOMElement* element, const XMLCh* tag,
@@ -194,8 +201,9 @@ std::string AbstractVornXmlParser::getNameFromChildNodes(const DOMElement* eleme
 }
 
 VornDataTypeTag AbstractVornXmlParser::getDataTypeFromChildNodes(const DOMElement* element) const {
-    const std::string type =
-        typeAttribute(expectChildNode(element, tags().dataType, "Data type specification is needed for data elements"));
+    const DOMElement* const declared =
+        expectChildNode(element, tags().dataType, "Data type specification is needed for data elements");
+    const std::string type = typeAttribute(declared);
     if (type == "Bool") return VornDataTypeTag::VornBool;
     if (type == "Enum") return VornDataTypeTag::VornEnum;
     if (type == "Real") return VornDataTypeTag::VornReal;
@@ -203,7 +211,8 @@ VornDataTypeTag AbstractVornXmlParser::getDataTypeFromChildNodes(const DOMElemen
     if (type == "Continuous") return VornDataTypeTag::VornContinuous;
     if (type == "Int") return VornDataTypeTag::VornInt;
     if (type == "IntRange") return VornDataTypeTag::VornInterval;
-    throw VornXmlUnexpectedValueException("", "One out of {Bool, Clock, Continuous, Enum, Int, IntRange, Real}", type);
+    throw at(declared, VornXmlUnexpectedValueException(
+                           "", "One out of {Bool, Clock, Continuous, Enum, Int, IntRange, Real}", type));
 }
 
 std::vector<std::string> AbstractVornXmlParser::inModes(const DOMElement* element) const {
@@ -223,9 +232,13 @@ const XMLCh* AbstractVornXmlParser::plainTypeAttribute(const DOMElement* element
 }
 
 const XMLCh* AbstractVornXmlParser::sharedIdentifier(const DOMElement* element) const {
-    if (!mBound->hasReferences() || !element->hasAttributes()) return nullptr;
+    if (!mShared->bound.hasReferences() || !element->hasAttributes()) return nullptr;
     const xercesc::DOMAttr* const identifier = element->getAttributeNode(mAttributes->objid);
     return identifier == nullptr ? nullptr : identifier->getValue();
 }
+
+void AbstractVornXmlParser::notePlace(const DOMElement* element) const { mShared->notedPlace = placeOf(element); }
+
+const std::optional<SourcePlace>& AbstractVornXmlParser::notedPlace() const noexcept { return mShared->notedPlace; }
 
 }  // namespace vornrun::parser

@@ -1,5 +1,6 @@
 #include "vornrun/algorithms/parser/OpenElements.h"
 
+#include "vornrun/algorithms/parser/ElementPlaces.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
 
@@ -12,8 +13,8 @@ OpenElements::Entry::~Entry() {
 void OpenElements::Entry::enter(const xercesc::DOMElement* element, const XMLCh* identifier) {
     if (identifier == nullptr) return;
     if (mOpen.mOpen.contains(element))
-        throw VornXmlCorruptedVornException("XML references lead from an object back to itself: " +
-                                            util::transcode(identifier));
+        throw at(element, VornXmlCorruptedVornException("XML references lead from an object back to itself: " +
+                                                        util::transcode(identifier)));
     mOpen.mPath.push_back(element);
     mOpen.mOpen.insert(element);
 }

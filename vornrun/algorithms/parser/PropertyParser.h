@@ -18,11 +18,12 @@ class CSLPathFormula;
 class CSLStateFormula;
 class PropertyXmlTags;
 
-/// Formulas of other kinds than `cslFormula` with a `p` on top are passed over with a DEBUG line. Within a `p` every
-/// fault stops the whole parse. All results are owned by the caller.
+/// A formula that is not a `cslFormula` with a `p` at its top is skipped with a DEBUG line. Within a `p` every fault
+/// stops the whole parse. The caller owns all results.
+/// \pre no element is null
 class VornXmlParser::PropertyParser final : public parser::AbstractVornXmlParser {
   public:
-    /// \param expressionParser borrowed, for atomic propositions
+    /// \param expressionParser for atomic propositions; not owned, not null, outlives this object
     PropertyParser(parser::XmlContext& context, const ExpressionParser* expressionParser);
     ~PropertyParser() override;  // the class of the names is incomplete here
 
@@ -34,8 +35,8 @@ class VornXmlParser::PropertyParser final : public parser::AbstractVornXmlParser
     // naming an identifier when references lead from the formula back to itself.
     CSLStateFormula* parseStateFormula(const xercesc::DOMElement* element) const;
     CSLPathFormula* parsePathFormula(const xercesc::DOMElement* element) const;
-    /// The comparison of a `comparisonOperator`; of several, `lessEqual` comes before `lessThan`, these two before
-    /// `greaterEqual`, and `greaterThan` last.
+    /// The comparison in a `comparisonOperator`. Of several, the first of this list counts: `lessEqual`, `lessThan`,
+    /// `greaterEqual`, `greaterThan`.
     CSLProbabilityStateFormula::Operator parseProbOperator(const xercesc::DOMElement* element) const;
 
   private:
