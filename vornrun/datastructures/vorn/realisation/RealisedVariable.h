@@ -3,7 +3,7 @@
 /// Variables of realised expressions: leaves that read a slot of the value store.
 
 #include "vornrun/datastructures/vorn/realisation/Realisation.h"
-#include "vornrun/datastructures/vorn/realisation/valuations/ValueRef.h"
+#include "vornrun/datastructures/vorn/syntax/ValueRef.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornExpressionTree.h"
 
 namespace vornrun {
