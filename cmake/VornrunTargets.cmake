@@ -1,9 +1,13 @@
 # The two interface targets that every target of this project links: warnings and sanitizers. Neither touches global
 # flags, so that a dependency built along with us would keep its own.
 
+# A newer compiler knows new warnings, which must not keep others from building this. The presets set it.
+option(VORNRUN_WERROR "Take warnings for errors" OFF)
+
 add_library(vornrun_warnings INTERFACE)
 target_compile_options(vornrun_warnings INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Woverloaded-virtual
+    $<$<BOOL:${VORNRUN_WERROR}>:-Werror>)
 
 add_library(vornrun_sanitizers INTERFACE)
 if(VORNRUN_SANITIZE)

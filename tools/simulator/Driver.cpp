@@ -5,19 +5,15 @@
 #include <thread>
 #include <utility>
 
+#include "tools/simulator/ConsoleObserver.h"
 #include "vornrun/Log.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 #include "vornrun/algorithms/parser/VornXmlParser.h"
 #include "vornrun/algorithms/simulators/ChernoffGenerator.h"
 #include "vornrun/algorithms/simulators/PropertySimulator.h"
-#include "vornrun/algorithms/simulators/SimulationExceptions.h"
 #include "vornrun/algorithms/simulators/StaticGenerator.h"
-#include "vornrun/algorithms/simulators/strategies/AsapStrat.h"
-#include "vornrun/algorithms/simulators/strategies/EventsFirstStrat.h"
-#include "vornrun/algorithms/simulators/strategies/InputStrat.h"
-#include "vornrun/algorithms/simulators/strategies/LocalStrat.h"
-#include "vornrun/algorithms/simulators/strategies/MaxTimeProgressStrat.h"
-#include "vornrun/algorithms/simulators/strategies/ProgressiveStrat.h"
+#include "vornrun/algorithms/simulators/steps/SimulationExceptions.h"
+#include "vornrun/algorithms/simulators/strategies/StrategyTable.h"
 #include "vornrun/datastructures/property/CSLProbabilityStateFormula.h"
 #include "vornrun/datastructures/vorn/syntax/VornComponentImplementation.h"
 #include "vornrun/datastructures/vorn/syntax/VornSpecification.h"
@@ -73,21 +69,7 @@ const vornrun::VornComponentImplementation* getRoot(const vornrun::VornSpecifica
 }
 
 std::unique_ptr<vornrun::SimulationStrategy> makeStrategy(SimStrategy strategy) {
-    switch (strategy) {
-        case SimStrategy::event:
-            return std::make_unique<vornrun::EventsFirstStrat>();
-        case SimStrategy::input:
-            return std::make_unique<vornrun::InputStrat>();
-        case SimStrategy::local:
-            return std::make_unique<vornrun::LocalStrat>();
-        case SimStrategy::maxtime:
-            return std::make_unique<vornrun::MaxTimeProgressStrat>();
-        case SimStrategy::progressive:
-            return std::make_unique<vornrun::ProgressiveStrat>();
-        case SimStrategy::asap:
-        default:
-            return std::make_unique<vornrun::AsapStrat>();
-    }
+    return vornrun::makeStrategy(static_cast<int>(strategy));
 }
 
 unsigned int workerCount(unsigned int requested, unsigned int detected) {
@@ -106,8 +88,10 @@ unsigned int workerCount(unsigned int requested, unsigned int detected) {
 vornrun::PropertySimulator* simulator(const vornrun::VornComponentImplementation* root,
                                       const vornrun::Settings& settings) {
     std::unique_ptr<vornrun::SimulationStrategy> strategy = makeStrategy(settings.strategy);
+    strategy->setConsole(&standardConsole());
     const unsigned int threadCount = workerCount(settings.threads, std::thread::hardware_concurrency());
     auto result = std::make_unique<vornrun::PropertySimulator>(root, strategy.release(), threadCount);
+    result->setObserver(&consoleObserver());
     result->ignoreBoundError = settings.ignoreBoundError;
     result->allowDeadlock = !settings.disallowDeadlock;
     result->stepBound = settings.stepBound;

@@ -7,9 +7,9 @@
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/util/XMLString.hpp>
 
+#include "vornrun/StackGuard.h"
 #include "vornrun/algorithms/parser/ElementPlaces.h"
 #include "vornrun/algorithms/parser/Owned.h"
-#include "vornrun/algorithms/parser/StackGuard.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 #include "vornrun/algorithms/parser/XmlNameTable.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"

@@ -7,7 +7,7 @@
 #include "vornrun/algorithms/parser/ExpressionParser.h"
 #include "vornrun/algorithms/parser/Owned.h"
 #include "vornrun/algorithms/parser/PropertyXmlTags.h"
-#include "vornrun/algorithms/parser/StackGuard.h"
+#include "vornrun/StackGuard.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
 #include "vornrun/datastructures/property/CSLBinaryStateFormula.h"

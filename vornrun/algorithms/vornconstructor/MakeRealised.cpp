@@ -1,4 +1,6 @@
 #include "vornrun/algorithms/vornconstructor/VariablesToValueReferences.h"
+#include "vornrun/datastructures/vorn/realisation/CheckedAssignment.h"
+#include "vornrun/datastructures/vorn/realisation/MistypedVariable.h"
 
 namespace vornrun {
 
@@ -21,6 +23,11 @@ std::unique_ptr<TypedRealisedVariable<T>> typedVariable(std::unique_ptr<Realised
     return typed;
 }
 
+template <class T>
+bool mayLackSlot(const TypedRealisedVariable<T>* variable) {
+    return dynamic_cast<const MistypedVariable<T>*>(variable) != nullptr;
+}
+
 }  // namespace
 
 RealisedVariable* makeValueReference(VornDataTypeTag tag, ValuationPtr valuation, ValueRef slot,
@@ -38,8 +45,13 @@ RealisedAssignment* makeAssignment(TypedRealisedVariable<T>* target, VornExpress
     if (left == nullptr || right == nullptr) return nullptr;
     return withTagClass(right->type(), [&]<class U>() -> RealisedAssignment* {
         if constexpr (isAssignable<T, U>) {
-            if (auto typed = typedTree<U>(std::move(right)))
-                return new TypedRealisedAssignment<T, U>(left.release(), typed.release(), dependencies, valuation);
+            if (auto typed = typedTree<U>(std::move(right))) {
+                const bool check = mayLackSlot(left.get());
+                auto made = std::make_unique<TypedRealisedAssignment<T, U>>(left.release(), typed.release(),
+                                                                            dependencies, valuation);
+                return check ? new CheckedAssignment(std::move(made))
+                             : static_cast<RealisedAssignment*>(made.release());
+            }
         }
         return nullptr;
     });
@@ -53,8 +65,12 @@ RealisedFlow* makeFlow(TypedRealisedVariable<T>* target, VornExpressionTree* exp
     if (left == nullptr || right == nullptr) return nullptr;
     return withTagClass(right->type(), [&]<class U>() -> RealisedFlow* {
         if constexpr (isAssignable<T, U>) {
-            if (auto typed = typedTree<U>(std::move(right)))
-                return new TypedRealisedFlow<T, U>(left.release(), typed.release(), dependencies, valuation, modes);
+            if (auto typed = typedTree<U>(std::move(right))) {
+                const bool check = mayLackSlot(left.get());
+                auto made = std::make_unique<TypedRealisedFlow<T, U>>(left.release(), typed.release(), dependencies,
+                                                                      valuation, modes);
+                return check ? new CheckedFlow(std::move(made)) : static_cast<RealisedFlow*>(made.release());
+            }
         }
         return nullptr;
     });
@@ -71,9 +87,13 @@ RealisedTrajectoryEquation* makeTrajectory(TypedRealisedVariable<T>* variable, R
     return withTagClass(right->type(), [&]<class U>() -> RealisedTrajectoryEquation* {
         if constexpr (isTrajectory<T, U>) {
             auto typedRate = typedVariable<T>(std::move(anyRate));
-            if (auto typed = typedTree<U>(std::move(right)))
-                return new TypedRealisedTrajectoryEquation<T, U>(evolving.release(), typedRate.release(),
-                                                                 typed.release(), dependencies, valuation);
+            if (auto typed = typedTree<U>(std::move(right))) {
+                const bool check = mayLackSlot(evolving.get()) || mayLackSlot(typedRate.get());
+                auto made = std::make_unique<TypedRealisedTrajectoryEquation<T, U>>(
+                    evolving.release(), typedRate.release(), typed.release(), dependencies, valuation);
+                return check ? new CheckedTrajectoryEquation(std::move(made))
+                             : static_cast<RealisedTrajectoryEquation*>(made.release());
+            }
         }
         return nullptr;
     });

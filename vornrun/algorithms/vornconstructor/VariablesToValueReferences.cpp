@@ -1,9 +1,9 @@
 #include "vornrun/algorithms/vornconstructor/VariablesToValueReferences.h"
 
-#include <algorithm>
 #include <cassert>
 
 #include "vornrun/algorithms/vornconstructor/VariableSubstitutionExpressionVisitor.h"
+#include "vornrun/datastructures/vorn/realisation/MistypedVariable.h"
 #include "vornrun/datastructures/vorn/realisation/ModelException.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
 #include "vornrun/datastructures/vorn/syntax/VornAssignment.h"
@@ -39,20 +39,9 @@ Tree missing(VornDataTypeTag type, const OperandPlace& place) {
 
 const Log VariablesToValueReferences::sLogger("root.realisation.valref");
 
-void refuseStraySlots(const StraySlots& strays, const GlobalValuation& valuation) {
-    const auto stray = std::find_if(strays.begin(), strays.end(), [&valuation](const StraySlot& each) {
-        return !valuation.contains(each.type, each.slot);
-    });
-    if (stray == strays.end()) return;
-    std::ostringstream text;
-    text << "Component " << stray->component << ": variable \"" << stray->variable << "\" is used as " << stray->type
-         << ", which is not the type that it was declared with";
-    throw model_exception(text.str());
-}
-
 VariablesToValueReferences::VariablesToValueReferences(const VornComponentRealisation* realisation,
-                                                       ValuationPtr valuation, StraySlots* strays)
-    : mValuation(std::move(valuation)), mRealisation(realisation), mStrays(strays) {}
+                                                       ValuationPtr valuation)
+    : mValuation(std::move(valuation)), mRealisation(realisation) {}
 
 VornExpressionTree* VariablesToValueReferences::operator()(const VornExpressionTree* tree) const {
     VariableSubstitutionExpressionVisitor visitor(this);
@@ -114,13 +103,9 @@ VornLinearExpression* VariablesToValueReferences::operator()(const VornLinearExp
 
 std::unique_ptr<Clause> VariablesToValueReferences::rewrite(const Clause& clause,
                                                             VariableSubstitutionExpressionVisitor& visitor) const {
-    std::unique_ptr<BoolTree> condition;
-    if (clause.condition() != nullptr) {
-        condition = asCondition(accepted(clause.condition(), visitor));
-        // No condition means true; one that did not resolve must not come to mean that.
-        if (condition == nullptr) condition = asCondition(missing(VornDataTypeTag::VornBool, {"Condition", "clause"}));
-    }
-    auto result = std::make_unique<Clause>(condition.release());
+    // A condition that does not resolve is null, as one that is not there: the clause then depends on its comparisons
+    // alone.
+    auto result = std::make_unique<Clause>(asCondition(accepted(clause.condition(), visitor)).release());
     for (const auto& comparison : clause.expressions()) result->addExpr(rewrite(*comparison, visitor).release());
     return result;
 }
@@ -174,9 +159,13 @@ std::unique_ptr<RealisedVariable> VariablesToValueReferences::substitute(const V
         const VornComponentRealisation::ValueSlots& table = (part->component()->*slots)();
         if (const auto slot = table.find(part); slot != table.end()) {
             const VornDataTypeTag type = variable->type();
-            if (mStrays != nullptr && type != part->type() && !mValuation->contains(type, slot->second))
-                mStrays->push_back({mRealisation->fullIdentifier(), variable->text(), type, slot->second});
-            return std::unique_ptr<RealisedVariable>(makeValueReference(type, mValuation, slot->second, part));
+            if (type == part->type() || mValuation->contains(type, slot->second))
+                return std::unique_ptr<RealisedVariable>(makeValueReference(type, mValuation, slot->second, part));
+            // The store may still grow, so that only an access can tell whether the slot exists.
+            return withTagClass(type, [&]<class T>() -> std::unique_ptr<RealisedVariable> {
+                return std::make_unique<MistypedVariable<T>>(mValuation, slot->second, part,
+                                                             mRealisation->fullIdentifier(), variable->text());
+            });
         }
     }
     VORNRUN_LOG(sLogger, Error, "Unable to find id linked to variable " << variable->text());

@@ -21,20 +21,6 @@ class VornMode;
 class VornTrajectoryEquation;
 class VornVariable;
 
-/// A reference to a slot that its store does not have. A variable has the type that the file gives it at its place of
-/// use; where that is not the type of the part it names, the slot number of the part counts in the wrong store.
-struct StraySlot {
-    std::string component;  ///< that the name is relative to, by its full identifier
-    std::string variable;   ///< as the file writes it
-    VornDataTypeTag type;   ///< that the file gives it
-    ValueRef slot;
-};
-using StraySlots = std::vector<StraySlot>;
-
-/// Checks the slots against the stores again, which grow while a model is realised.
-/// \throws model_exception naming the first variable whose slot is still beyond its store
-void refuseStraySlots(const StraySlots& strays, const GlobalValuation& valuation);
-
 /// Rewrites expressions, assignments, flows, trajectories and linear expressions relative to one component.
 /// Every result is new and owned by the caller. A name that does not resolve is logged at error level and leaves a
 /// null in its place; only evaluating the result fails. A name of a thing without a value, such as an event port, does
@@ -42,10 +28,7 @@ void refuseStraySlots(const StraySlots& strays, const GlobalValuation& valuation
 class VariablesToValueReferences {
   public:
     /// \param realisation the component that names are relative to; not owned
-    /// \param strays takes the references made to slots that do not exist (yet), for refuseStraySlots() once all slots
-    /// are made; not owned, null when all types are known to be right
-    VariablesToValueReferences(const VornComponentRealisation* realisation, ValuationPtr valuation,
-                               StraySlots* strays = nullptr);
+    VariablesToValueReferences(const VornComponentRealisation* realisation, ValuationPtr valuation);
 
     /// Null for a null tree, and where the name or mode literal that is the whole tree does not resolve.
     VornExpressionTree* operator()(const VornExpressionTree* tree) const;
@@ -55,7 +38,7 @@ class VariablesToValueReferences {
     RealisedAssignment* operator()(const VornAssignment* assignment) const;
     RealisedFlow* operator()(const VornFlow* flow, const ModeList& modes) const;
     RealisedTrajectoryEquation* operator()(const VornTrajectoryEquation* equation) const;
-    /// A condition of a clause that does not resolve raises missing_operand when it is evaluated.
+    /// A clause whose condition does not resolve has no condition in the result, which means true.
     /// \throws model_exception when a term of a comparison is anything but a coefficient and a variable
     VornLinearExpression* operator()(const VornLinearExpression* expression) const;
     /// Sets the invariant and the trajectories of `target`. An equation whose types do not fit is left out.
@@ -89,7 +72,6 @@ class VariablesToValueReferences {
     static const Log sLogger;  // "root.realisation.valref"
     ValuationPtr mValuation;
     const VornComponentRealisation* mRealisation;
-    StraySlots* mStrays;
 };
 
 /// A variable on a slot of the tag's store; null for a tag beyond the eight. The caller owns it.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "vornrun/algorithms/parser/StackGuard.h"
+#include "vornrun/StackGuard.h"
 #include "vornrun/algorithms/vornconstructor/RealisationWork.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
 
@@ -31,10 +31,8 @@ void VornModelConstructor::Work::fail(const std::string& text) const {
 std::pair<VornComponentRealisation*, ValuationPtr> VornModelConstructor::realise(
     const VornComponentImplementation* root) {
     mValuation = std::make_shared<GlobalValuation>();
-    mStrays.clear();
     mOpen.clear();
     std::unique_ptr<VornComponentRealisation> main = realise_recursive(root, "main", {}, nullptr);
-    refuseStraySlots(mStrays, *mValuation);
     return {main.release(), mValuation};
 }
 
@@ -138,7 +136,7 @@ void VornModelConstructor::realise_data(Work& work) {
 }
 
 VariablesToValueReferences VornModelConstructor::substitution(const Work& work) {
-    return VariablesToValueReferences(&work.realisation, mValuation, &mStrays);
+    return VariablesToValueReferences(&work.realisation, mValuation);
 }
 
 void VornModelConstructor::realise_subcomponents(Work& work) {

@@ -32,8 +32,7 @@ class VornModelConstructor {
     /// \param root not owned; it and the syntax tree behind it must outlive the result
     /// \throws model_exception for a model without a sound meaning (a connection end or trigger that names nothing, an
     /// assignment whose types do not fit, a mode list that names no mode, an implementation inside itself, components
-    /// nested deeper than the stack allows, a variable whose type is not that of its declaration and whose slot does
-    /// not exist in the store of that type)
+    /// nested deeper than the stack allows)
     /// \throws std::out_of_range "map::at" for a transition from or to a mode that does not exist; an ERROR record
     /// before it says which
     std::pair<VornComponentRealisation*, ValuationPtr> realise(const VornComponentImplementation* root);
@@ -86,7 +85,6 @@ class VornModelConstructor {
     unsigned int mPartIds = 0;
     unsigned int mTransitionIds = 0;
     ValuationPtr mValuation;
-    StraySlots mStrays;
     std::unordered_set<const VornComponentImplementation*> mOpen;  // those on the way from the root to the one in work
 };
 

@@ -68,8 +68,9 @@ TypedRealisedTrajectoryEquation<T, U>::TypedRealisedTrajectoryEquation(
 template <class T, class U>
 void TypedRealisedTrajectoryEquation<T, U>::applyTime(Time delay) const {
     const auto rate = static_cast<double>(this->expression().evaluateDirect());
-    const double value = mVariable->evaluateDirect();
-    this->valuation().template setValue<T>(mVariable->reference(), value + rate * delay);
+    GlobalValuation& values = this->valuation();
+    const ValueRef slot = mVariable->reference();
+    values.template setValue<T>(slot, values.template getValueDirect<T>(slot) + rate * delay);
 }
 
 template <class T, class U>

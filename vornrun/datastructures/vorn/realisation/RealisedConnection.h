@@ -2,8 +2,8 @@
 /// \file
 /// Event connections of a component instance. Data connections are realised as flows.
 
-#include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedPort.h"
+#include "vornrun/datastructures/vorn/syntax/RealisedMode.h"
 #include "vornrun/datastructures/vorn/syntax/VornConnection.h"
 
 namespace vornrun {

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "vornrun/datastructures/vorn/realisation/RealisedAssignment.h"
-#include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedPort.h"
+#include "vornrun/datastructures/vorn/syntax/RealisedMode.h"
 #include "vornrun/datastructures/vorn/syntax/VornTransition.h"
 
 namespace vornrun {

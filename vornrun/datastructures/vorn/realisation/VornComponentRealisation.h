@@ -13,9 +13,9 @@
 #include "vornrun/datastructures/vorn/realisation/RealisedAssignment.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedConnection.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedDataSubcomponent.h"
-#include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedPort.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedTransition.h"
+#include "vornrun/datastructures/vorn/syntax/RealisedMode.h"
 
 namespace vornrun {
 

@@ -118,11 +118,8 @@ void VornComponentImplementation::printVorn(std::ostream& stream) const {
     printSection(stream, "\tconnections\n", mConnections);
     printSection(stream, "\tflows\n", mFlows);
     printSection(stream, "\tmodes\n", mModes);
-    if (!mTransitions.empty() || !mReactivationTransitions.empty()) {
-        stream << "\ttransitions\n";
-        printLines(stream, mTransitions);
-        printSection(stream, "--@activation\n", mReactivationTransitions);
-    }
+    printSection(stream, "\ttransitions\n", mTransitions);
+    printSection(stream, "--@activation\n", mReactivationTransitions);
     stream << "end " << qualifiedName() << ";\n";
 }
 

@@ -188,5 +188,19 @@ TEST_F(Pump, PrintsAllSectionsWithDataBeforeOtherSubcomponents) {
               "end Pump.i;\n");
 }
 
+TEST_F(Pump, PrintsReactivationsWithoutTheHeadingOfTransitionsWhenThereAreNone) {
+    const auto implementation = pump({.modes = {makeMode("m", VornModeType::initial)},
+                                      .reactivations = {new VornTransition(0, "m", "m", nullptr, nullptr, {})}});
+    EXPECT_EQ(rendering(*implementation),
+              "system implementation Pump.i\n"
+              "\tsubcomponents\n"
+              "\t\tmode: data mode;\n"
+              "\tmodes\n"
+              "\t\tm: initial mode;\n"
+              "--@activation\n"
+              "\t\tm-[ ]->m; -- 0\n"
+              "end Pump.i;\n");
+}
+
 }  // namespace
 }  // namespace vornrun::test

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "vornrun/Log.h"
-#include "vornrun/datastructures/vorn/realisation/valuations/ValueRef.h"
+#include "vornrun/datastructures/vorn/syntax/ValueRef.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornValue.h"
 
 namespace vornrun {

@@ -54,6 +54,8 @@ class DynamicValuesContainer {
     }
 
   private:
+    static const Log sLogger;  // "root.val.cont"
+
     template <class... T>
     using Stores = std::tuple<std::unique_ptr<DynamicValues<T>>...>;
     Stores<VornBool, VornReal, VornInt, VornContinuous, VornClock, VornInterval, VornEnum, VornModeVal> mStores;

@@ -88,6 +88,7 @@ class GlobalValuation {
     // Access by run-time type. Borrowed, with the validity of typed access; null for a tag beyond the eight.
     const VornValue* getValue(VornDataTypeTag tag, ValueRef reference) const;
     const VornValue* findValue(TypedValueRef slot) const;
+    /// \throws model_exception when the variable lacks its slot
     const VornValue* findValue(const RealisedVariable* variable) const;
     /// \throws std::out_of_range when the part has no slot in the realisation
     const VornValue* findValue(const VornComponentRealisation* realisation, const RealisedPart* part) const;
@@ -95,6 +96,7 @@ class GlobalValuation {
     /// \throws std::invalid_argument when the value is null or not of the slot's type
     void setValue(VornDataTypeTag tag, ValueRef reference, const VornValue* value);
     void setValue(TypedValueRef slot, const VornValue* value);
+    /// \throws model_exception when the variable lacks its slot
     void setValue(const RealisedVariable* variable, const VornValue* value);
     /// \throws std::out_of_range when the part has no slot in the realisation
     void setValue(const VornComponentRealisation* realisation, const RealisedPart* part, const VornValue* value);

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
+#include "vornrun/datastructures/vorn/syntax/RealisedMode.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/Converter.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/ExpressionTreeVisitor.h"
 

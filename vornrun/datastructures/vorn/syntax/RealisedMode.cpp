@@ -1,9 +1,9 @@
-#include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
+#include "vornrun/datastructures/vorn/syntax/RealisedMode.h"
 
 #include <iterator>
 #include <ostream>
 
-#include "vornrun/datastructures/vorn/realisation/RealisedAssignment.h"
+#include "vornrun/datastructures/vorn/syntax/RealisedAssignment.h"
 
 namespace vornrun {
 

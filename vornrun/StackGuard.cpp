@@ -1,4 +1,4 @@
-#include "vornrun/algorithms/parser/StackGuard.h"
+#include "vornrun/StackGuard.h"
 
 #include <pthread.h>
 

@@ -16,6 +16,7 @@ ValueRef GlobalValuation::addValue(const RealisedPart* part, const VornValue* va
 }
 
 const VornValue* GlobalValuation::findValue(const RealisedVariable* variable) const {
+    variable->requireSlot();
     return getValue(variable->type(), variable->reference());
 }
 
@@ -26,6 +27,7 @@ const VornValue* GlobalValuation::findValue(const VornComponentRealisation* real
 }
 
 void GlobalValuation::setValue(const RealisedVariable* variable, const VornValue* value) {
+    variable->requireSlot();
     setValue(variable->type(), variable->reference(), value);
 }
 
