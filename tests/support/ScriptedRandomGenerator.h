@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "vornrun/algorithms/simulators/RandomGenerator.h"
+#include "vornrun/algorithms/simulators/random/RandomGenerator.h"
 
 namespace vornrun::test {
 

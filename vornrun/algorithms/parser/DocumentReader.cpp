@@ -10,9 +10,11 @@
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLErrorCodes.hpp>
 #include <xercesc/framework/XMLValidityCodes.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/sax/InputSource.hpp>
+#include <xercesc/sax/Locator.hpp>
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
@@ -23,12 +25,14 @@
 #include <xercesc/util/XMLUni.hpp>
 
 #include "vornrun/algorithms/parser/BoundedMemory.h"
+#include "vornrun/algorithms/parser/ElementPlaces.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
 
 namespace vornrun {
 
 using parser::BoundedMemory;
+using parser::ElementPlaces;
 using parser::VornInvalidXmlException;
 using xercesc::InputSource;
 using xercesc::XMLString;
@@ -90,13 +94,21 @@ class VornXmlParser::DocumentReader::Resolver final : public xercesc::XMLEntityR
   public:
     /// The document names an external part of its type, which is what is asked for next.
     void expectExternalSubset(const XMLCh* systemId) { mExternalSubset = parser::util::transcode(systemId); }
-    void expectNothing() { mExternalSubset.reset(); }
+    /// \param places makes the place of a fault; not owned
+    void startAfresh(const ElementPlaces* places) {
+        mExternalSubset.reset();
+        mPlaces = places;
+    }
 
     InputSource* resolveEntity(xercesc::XMLResourceIdentifier* identifier) override {
         const std::string wanted = parser::util::transcode(identifier->getSystemId());
-        if (mExternalSubset != wanted)
-            throw VornInvalidXmlException("The document needs the external entity '" + wanted +
+        if (mExternalSubset != wanted) {
+            VornInvalidXmlException fault("The document needs the external entity '" + wanted +
                                           "', and nothing outside the file is read");
+            if (const xercesc::Locator* const locator = identifier->getLocator())
+                fault.setPlace(mPlaces->place(locator->getLineNumber(), locator->getColumnNumber()));
+            throw fault;
+        }
         VORNRUN_LOG(sLogger, Warn,
                     "The external document type '" << wanted << "' is not read: nothing outside the file is.");
         mExternalSubset.reset();
@@ -106,6 +118,7 @@ class VornXmlParser::DocumentReader::Resolver final : public xercesc::XMLEntityR
 
   private:
     std::optional<std::string> mExternalSubset;
+    const ElementPlaces* mPlaces = nullptr;
 };
 
 /// Watches the document type, and refuses where the library only reports.
@@ -129,45 +142,113 @@ class VornXmlParser::DocumentReader::Parser final : public xercesc::XercesDOMPar
     void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uri, const XMLCh* const prefix,
                       const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, const XMLSize_t attributeCount,
                       const bool isEmpty, const bool isRoot) override {
-        if (mDepth == DEPTH_LIMIT) throw VornInvalidXmlException("The document is nested too deeply");
-        if (attributeCount > ATTRIBUTE_LIMIT) throw VornInvalidXmlException("An element has too many attributes");
+        if (mDepth == DEPTH_LIMIT) refuse("The document is nested too deeply");
+        if (attributeCount > ATTRIBUTE_LIMIT) refuse("An element has too many attributes");
         const std::size_t depth = mDepth++;
         XercesDOMParser::startElement(declaration, uri, prefix, attributes, attributeCount, isEmpty, isRoot);
-        if (isEmpty) mDepth = depth;  // its end may have been told already
+        if (isEmpty) mDepth = depth;  // the library may have reported its end already
+        endOfEvent();
     }
 
     void endElement(const xercesc::XMLElementDecl& declaration, const unsigned int uri, const bool isRoot,
                     const XMLCh* const prefix) override {
         --mDepth;
         XercesDOMParser::endElement(declaration, uri, isRoot, prefix);
+        endOfEvent();
     }
 
-    /// Forgets where the last document has been left.
-    void startAfresh() {
+    // The other events between two start tags.
+
+    void docCharacters(const XMLCh* const text, const XMLSize_t length, const bool isCData) override {
+        XercesDOMParser::docCharacters(text, length, isCData);
+        endOfEvent();
+    }
+    void ignorableWhitespace(const XMLCh* const text, const XMLSize_t length, const bool isCData) override {
+        XercesDOMParser::ignorableWhitespace(text, length, isCData);
+        endOfEvent();
+    }
+    void docComment(const XMLCh* const text) override {
+        XercesDOMParser::docComment(text);
+        endOfEvent();
+    }
+    void docPI(const XMLCh* const target, const XMLCh* const data) override {
+        XercesDOMParser::docPI(target, data);
+        endOfEvent();
+    }
+    void XMLDecl(const XMLCh* const version, const XMLCh* const encoding, const XMLCh* const standalone,
+                 const XMLCh* const actualEncoding) override {
+        XercesDOMParser::XMLDecl(version, encoding, standalone, actualEncoding);
+        endOfEvent();
+    }
+    void startEntityReference(const xercesc::XMLEntityDecl& entity) override {
+        XercesDOMParser::startEntityReference(entity);
+        endOfEvent();
+    }
+    void endEntityReference(const xercesc::XMLEntityDecl& entity) override {
+        XercesDOMParser::endEntityReference(entity);
+        endOfEvent();
+    }
+
+    /// Forgets how far the last document was read.
+    void startAfresh(const std::string& file) {
         mDepth = 0;
         mExternalSubset = nullptr;
+        mPlaces.push_back(std::make_unique<ElementPlaces>(file));
+        mResolver.startAfresh(mPlaces.back().get());
+        mLine = 1;
+        mColumn = 1;
+    }
+
+    /// Gives the elements of the document that was just read their places.
+    void attachPlaces() {
+        if (xercesc::DOMDocument* const document = getDocument()) mPlaces.back()->attachTo(document);
+    }
+
+    /// Throws a fault at the last place that is known.
+    [[noreturn]] void refuse(const std::string& why) const {
+        VornInvalidXmlException fault(why);
+        fault.setPlace(mPlaces.back()->place(mLine, mColumn));
+        throw fault;
     }
 
     void error(const unsigned int code, const XMLCh* const domain, const ErrTypes type, const XMLCh* const text,
                const XMLCh* const systemId, const XMLCh* const publicId, const XMLFileLoc line,
                const XMLFileLoc column) override {
-        // An entity that only the unread document type can have declared is left out with no more than this.
+        // The only report of an entity that the unread document type may declare. The library would leave it out.
         if (code == xercesc::XMLValid::VC_EntityNotFound &&
             XMLString::equals(domain, xercesc::XMLUni::fgValidityDomain))
-            throw VornInvalidXmlException("The document does not declare all that it needs: " +
-                                          parser::util::transcode(text));
-        // Without a grammar each element is an error of validation; nobody listens.
+            refuse("The document does not declare all that it needs: " + parser::util::transcode(text));
+        // Without a grammar each element is an error of validation, which does not matter.
         if (type != XMLErrorReporter::ErrType_Fatal) return;
         if (code == xercesc::XMLErrs::EntityExpansionLimitExceeded &&
             XMLString::equals(domain, xercesc::XMLUni::fgXMLErrDomain))
-            throw VornInvalidXmlException(EXPANDS_WITHOUT_BOUND);
+            refuse(EXPANDS_WITHOUT_BOUND);
         XercesDOMParser::error(code, domain, type, text, systemId, publicId, line, column);
     }
 
+  protected:
+    xercesc::DOMElement* createElementNS(const XMLCh* space, const XMLCh* prefix, const XMLCh* localName,
+                                         const XMLCh* name) override {
+        xercesc::DOMElement* const element = XercesDOMParser::createElementNS(space, prefix, localName, name);
+        mPlaces.back()->add(element, mLine, mColumn);
+        return element;
+    }
+
   private:
+    /// Notes where the scanner is. The library tells of a start tag at its end; it begins where the event before it
+    /// ended.
+    void endOfEvent() {
+        const xercesc::Locator* const locator = getScanner()->getLocator();
+        mLine = locator->getLineNumber();
+        mColumn = locator->getColumnNumber();
+    }
+
     Resolver& mResolver;
     std::size_t mDepth = 0;
     const XMLCh* mExternalSubset = nullptr;  // valid while the document type is read
+    XMLFileLoc mLine = 1;
+    XMLFileLoc mColumn = 1;
+    std::vector<std::unique_ptr<ElementPlaces>> mPlaces;  // one for each document
 };
 
 struct VornXmlParser::DocumentReader::State {
@@ -200,14 +281,14 @@ const xercesc::DOMDocument* VornXmlParser::DocumentReader::read(const std::strin
     std::error_code unknown;
     if (std::filesystem::is_directory(file, unknown))
         throw VornInvalidXmlException("'" + file + "' is a folder, not a file");
-    mState->resolver.expectNothing();
-    mState->domParser.startAfresh();
+    mState->domParser.startAfresh(file);
     try {
         mState->domParser.parse(FileSource(file, mState->memory));
     } catch (const xercesc::OutOfMemoryException&) {
-        if (mState->memory.exceeded()) throw VornInvalidXmlException(EXPANDS_WITHOUT_BOUND);
+        if (mState->memory.exceeded()) mState->domParser.refuse(EXPANDS_WITHOUT_BOUND);
         throw;
     }
+    mState->domParser.attachPlaces();
     return mState->domParser.getDocument();
 }
 

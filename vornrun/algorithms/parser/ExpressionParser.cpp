@@ -8,8 +8,10 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "vornrun/StackGuard.h"
+#include "vornrun/algorithms/parser/ElementPlaces.h"
+#include "vornrun/algorithms/parser/Owned.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
-#include "vornrun/algorithms/parser/XmlName.h"
+#include "vornrun/algorithms/parser/XmlNameTable.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
 #include "vornrun/algorithms/vornconstructor/VornExpressionConstructor.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
@@ -19,6 +21,7 @@
 
 namespace vornrun {
 
+using parser::at;
 using parser::OperatorType;
 using parser::VornXmlCorruptedVornException;
 using parser::VornXmlUnexpectedValueException;
@@ -33,6 +36,11 @@ OperatorType parsedIntToOperatorType(int number) {
         throw VornXmlUnexpectedValueException("", "A value for an operatortype, i.e., anything between 1 and 19.",
                                               std::to_string(number));
     return static_cast<OperatorType>(number);
+}
+
+OperatorType getOperatorContent(const DOMElement* element, std::string_view description) {
+    const int number = util::getIntegerNumberContent(element, description);
+    return placed(element, [&] { return parsedIntToOperatorType(number); });
 }
 
 }  // namespace parser
@@ -79,10 +87,11 @@ std::optional<VornDataTypeTag> dataTypeOf(int nodeType) {
     }
 }
 
-VornDataTypeTag expectDataTypeOf(int nodeType) {
+/// \param element where the number is from
+VornDataTypeTag expectDataTypeOf(int nodeType, const DOMElement* element) {
     if (const std::optional<VornDataTypeTag> type = dataTypeOf(nodeType)) return *type;
-    throw VornXmlUnexpectedValueException("", "A nodetype encoding a datatype",
-                                          "Another nodetype: " + std::to_string(nodeType));
+    throw at(element, VornXmlUnexpectedValueException("", "A nodetype encoding a datatype",
+                                                      "Another nodetype: " + std::to_string(nodeType)));
 }
 
 /// The value has exactly the representation of the type.
@@ -157,14 +166,15 @@ VornExpressionTree* binaryNode(OperatorType op, Tree& left, Tree& right) {
 
 }  // namespace
 
-struct VornXmlParser::ExpressionParser::TypeNames {
-    parser::XmlName binary{"BinaryOperatorTreeNode"};
-    parser::XmlName unary{"UnaryOperatorTreeNode"};
-    parser::XmlName caseExpression{"CaseExpressionTreeNode"};
-    parser::XmlName boolean{"BooleanTreeNode"};
-    parser::XmlName number{"NumberTreeNode"};
-    parser::XmlName identifier{"IdentifierTreeNode"};
-    parser::XmlName trajectory{"TrajectoryEquationTreeNode"};
+class VornXmlParser::ExpressionParser::TypeNames final : public parser::XmlNameTable {
+  public:
+    const XMLCh* const binary = own("BinaryOperatorTreeNode");
+    const XMLCh* const unary = own("UnaryOperatorTreeNode");
+    const XMLCh* const caseExpression = own("CaseExpressionTreeNode");
+    const XMLCh* const boolean = own("BooleanTreeNode");
+    const XMLCh* const number = own("NumberTreeNode");
+    const XMLCh* const identifier = own("IdentifierTreeNode");
+    const XMLCh* const trajectory = own("TrajectoryEquationTreeNode");
 };
 
 VornXmlParser::ExpressionParser::ExpressionParser(parser::XmlContext& context)
@@ -173,7 +183,9 @@ VornXmlParser::ExpressionParser::ExpressionParser(parser::XmlContext& context)
 VornXmlParser::ExpressionParser::~ExpressionParser() = default;
 
 VornExpressionTree* VornXmlParser::ExpressionParser::parseSubexpression(const DOMElement* element) const {
-    if (stackNearlyExhausted()) throw VornXmlCorruptedVornException("Expression is nested too deeply");
+    if (stackNearlyExhausted()) throw at(element, VornXmlCorruptedVornException("Expression is nested too deeply"));
+    parser::OpenElements::Entry entry(mOpen);
+    entry.enter(element, sharedIdentifier(element));
     const XMLCh* const type = plainTypeAttribute(element);
     const auto is = [type](const XMLCh* name) { return xercesc::XMLString::equals(type, name); };
     if (is(mTypeNames->binary)) return parseBinaryExpression(element);
@@ -187,19 +199,19 @@ VornExpressionTree* VornXmlParser::ExpressionParser::parseSubexpression(const DO
             return parseVornValue(element);
         return parseIdentifierNode(element);
     }
-    throw VornXmlUnexpectedValueException("Unexpected node in epxression tree", "An expression type",
-                                          util::transcode(type));
+    throw at(element, VornXmlUnexpectedValueException("Unexpected node in epxression tree", "An expression type",
+                                                      util::transcode(type)));
 }
 
 VornVariable* VornXmlParser::ExpressionParser::parseIdentifierNode(const DOMElement* element) const {
     std::string name = getNameFromChildNodes(element);
     const int nodeType = getNodeTypeForExpressionNode(element);
-    const VornDataTypeTag type = expectDataTypeOf(nodeType);
+    const VornDataTypeTag type = expectDataTypeOf(nodeType, element);
     if (nodeType == ERROR_STATE) {
         // The error state of a component is its mode: the model has no variable of its own for it.
         const std::size_t suffix = name.find(".error");
         if (suffix == std::string::npos)
-            throw VornXmlCorruptedVornException("Error field did not contain expected .error specified");
+            throw at(element, VornXmlCorruptedVornException("Error field did not contain expected .error specified"));
         name.replace(suffix, std::string::npos, ".mode");
     }
     return VornExpressionConstructor::expressionVariable(type, name);
@@ -242,16 +254,17 @@ VornValue* VornXmlParser::ExpressionParser::parseVornValueOfGivenType(const DOME
 }
 
 int VornXmlParser::ExpressionParser::getNodeTypeForExpressionNode(const DOMElement* element) const {
-    const int number = util::getIntegerNumberContent(
-        expectChildNode(element, tags().nodeType, "Expression nodes need a node type to determine their data type."),
-        "Node types are encoded as integers.");
+    const DOMElement* const child =
+        expectRereadChild(element, tags().nodeType, "Expression nodes need a node type to determine their data type.");
+    const int number = util::getIntegerNumberContent(child, "Node types are encoded as integers.");
     if (number < 0 || number > LAST_NODE_TYPE || number == 17 || number == 18)
-        throw VornXmlUnexpectedValueException("", "A nodetype integer: {0,..16, 19, 20}", std::to_string(number));
+        throw at(child,
+                 VornXmlUnexpectedValueException("", "A nodetype integer: {0,..16, 19, 20}", std::to_string(number)));
     return number;
 }
 
 VornDataTypeTag VornXmlParser::ExpressionParser::getDataTypeForExpressionLeaves(const DOMElement* element) const {
-    return expectDataTypeOf(getNodeTypeForExpressionNode(element));
+    return expectDataTypeOf(getNodeTypeForExpressionNode(element), element);
 }
 
 VornExpressionTree* VornXmlParser::ExpressionParser::parseBinaryExpression(const DOMElement* element) const {
@@ -352,9 +365,9 @@ VornExpressionTree* VornXmlParser::ExpressionParser::parseTrajectoryNode(const D
 }
 
 OperatorType VornXmlParser::ExpressionParser::parseOperator(const DOMElement* element) const {
-    return parser::parsedIntToOperatorType(util::getIntegerNumberContent(
+    return parser::getOperatorContent(
         expectChildNode(element, tags().expressionOperator, "Operator type has to be specified."),
-        "Operator types are encoded as integers"));
+        "Operator types are encoded as integers");
 }
 
 void VornXmlParser::ExpressionParser::warnOfMismatch(const VornExpressionTree& tree, VornDataTypeTag expected) const {

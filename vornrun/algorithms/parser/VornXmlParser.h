@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "vornrun/algorithms/parser/AbstractVornXmlParser.h"
+#include "vornrun/algorithms/parser/Owned.h"
 
 namespace vornrun {
 
@@ -22,7 +23,7 @@ class VornXmlParser final : public parser::AbstractVornXmlParser {
     class TypeDeclParser;
     class TypeImplParser;
 
-    /// \throws parser::VornXmlParserException "Failure initializing xerces"
+    /// \throws parser::XmlLibraryException "Failure initializing xerces"
     explicit VornXmlParser(parser::XmlContext& context);
     ~VornXmlParser() override;  // the classes of the members are incomplete here
 
@@ -33,15 +34,27 @@ class VornXmlParser final : public parser::AbstractVornXmlParser {
     /// The formulas to be checked, in file order; the caller owns them.
     /// \throws VornXmlException for a fault of the file
     std::vector<CSLFormula*> parseProperties(const std::string& file);
+    /// Where a std::invalid_argument of the last call has its reason, when that is known: such an exception carries no
+    /// place itself.
+    const std::optional<SourcePlace>& placeOfInvalidArgument() const noexcept { return notedPlace(); }
+
+    // The steps of parseVorn(). Each takes an element that is not null and throws as parseVorn() does. The caller owns
+    // each result. References are resolved in the documents that this parser, or buildContext(), has read.
+
+    /// The model below the root `CompileInformation`. Only the last list of packages counts, but each is parsed.
+    VornSpecification* buildModel(const xercesc::DOMElement* root);
+    /// The packages of one list, in their order.
+    std::vector<VornPackage*> parsePackages(const xercesc::DOMElement* element);
+    VornPackage* parsePackage(const xercesc::DOMElement* element);
+    /// Adds the types and implementations of a subpackage to the section of the package in work.
+    /// \param isPrivate whether it is the private section
+    void parseSubpackage(VornPackageConstructor& constructor, const xercesc::DOMElement* element, bool isPrivate);
 
   private:
     class DocumentReader;  // the DOM parser with its error handler and its bounds
 
     void expectRoot(const xercesc::DOMElement* root, const XMLCh* tag, bool local) const;
-    VornSpecification* buildModel(const xercesc::DOMElement* root);
-    std::vector<std::unique_ptr<VornPackage>> parsePackages(const xercesc::DOMElement* element);
-    std::unique_ptr<VornPackage> parsePackage(const xercesc::DOMElement* element);
-    void parseSubpackage(VornPackageConstructor& constructor, const xercesc::DOMElement* element, bool isPrivate);
+    parser::Owned<VornPackage> readPackages(const xercesc::DOMElement* element);
 
     std::unique_ptr<DocumentReader> mReader;
     std::unique_ptr<ExpressionParser> mExpressionParser;

@@ -1,4 +1,4 @@
-#include "vornrun/algorithms/simulators/RandomDraws.h"
+#include "vornrun/algorithms/simulators/random/RandomDraws.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "vornrun/algorithms/simulators/StepMemory.h"
+#include "vornrun/algorithms/simulators/steps/StepMemory.h"
 
 #include <array>
 #include <new>

@@ -1,4 +1,4 @@
-#include "vornrun/algorithms/simulators/MTRandomGenerator.h"
+#include "vornrun/algorithms/simulators/random/MTRandomGenerator.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "vornrun/algorithms/simulators/SimulationStep.h"
+#include "vornrun/algorithms/simulators/steps/SimulationStep.h"
 
 #include <ostream>
 #include <stdexcept>
 #include <utility>
 
-#include "vornrun/algorithms/simulators/StepMemory.h"
+#include "vornrun/algorithms/simulators/steps/StepMemory.h"
 #include "vornrun/datastructures/eda/EDANetwork.h"
 
 namespace vornrun {

@@ -1,4 +1,4 @@
-#include "vornrun/algorithms/simulators/StepMemory.h"
+#include "vornrun/algorithms/simulators/steps/StepMemory.h"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +12,8 @@
 #include "tests/support/CapturedLog.h"
 #include "tests/support/ModelWriter.h"
 #include "tests/support/ParseModel.h"
-#include "tests/support/RedirectedConsole.h"
-#include "vornrun/algorithms/simulators/SimulationStep.h"
 #include "vornrun/algorithms/simulators/Simulator.h"
+#include "vornrun/algorithms/simulators/steps/SimulationStep.h"
 #include "vornrun/algorithms/simulators/strategies/AsapStrat.h"
 #include "vornrun/datastructures/property/CSLConstantStateFormula.h"
 #include "vornrun/datastructures/property/CSLUntilPathFormula.h"
@@ -86,7 +85,6 @@ TEST_F(StepMemory, LetsARunAsLongAsThoseBeforeAllocateNothing) {
     Simulator simulator(*specification->findRootCandidates().begin(), &strategy);
     const CSLUntilPathFormula never(new CSLTrue, new CSLFalse, 0, 1000);
     const CapturedLog log(LogLevel::Fatal);
-    const RedirectedConsole console;
     // The first run makes the steps, the second one drops them and learns how many there are to keep.
     for (int run = 0; run < 2; ++run) simulator.performRun(&never);
     ASSERT_EQ(simulator.trace().steps().size(), 1001U);

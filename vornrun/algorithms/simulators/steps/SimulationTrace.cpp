@@ -1,8 +1,8 @@
-#include "vornrun/algorithms/simulators/SimulationTrace.h"
+#include "vornrun/algorithms/simulators/steps/SimulationTrace.h"
 
 #include <algorithm>
 
-#include "vornrun/algorithms/simulators/infix_ostream_iterator.h"
+#include "vornrun/algorithms/simulators/steps/infix_ostream_iterator.h"
 
 namespace vornrun {
 

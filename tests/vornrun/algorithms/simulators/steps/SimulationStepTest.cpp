@@ -1,4 +1,4 @@
-#include "vornrun/algorithms/simulators/SimulationStep.h"
+#include "vornrun/algorithms/simulators/steps/SimulationStep.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "vornrun/algorithms/simulators/MTRandomGenerator.h"
+#include "vornrun/algorithms/simulators/random/MTRandomGenerator.h"
 
-#include "vornrun/algorithms/simulators/RandomDraws.h"
+#include "vornrun/algorithms/simulators/random/RandomDraws.h"
 
 namespace vornrun {
 

@@ -1,4 +1,4 @@
-#include "vornrun/algorithms/simulators/SimulationTrace.h"
+#include "vornrun/algorithms/simulators/steps/SimulationTrace.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "tests/support/DrivenModel.h"
-#include "vornrun/algorithms/simulators/infix_ostream_iterator.h"
+#include "vornrun/algorithms/simulators/steps/infix_ostream_iterator.h"
 #include "vornrun/algorithms/simulators/strategies/AsapStrat.h"
 
 namespace vornrun::test {
