@@ -5,7 +5,7 @@
 
 namespace vornrun {
 
-std::uint32_t VornPartsConstructor::portIdCounter = 10;
+constinit thread_local std::uint32_t VornPartsConstructor::portIdCounter = FIRST_PORT_ID;
 
 VornEventPort* VornPartsConstructor::createEventPort(const std::string& name, PortDirection direction,
                                                      bool nonblocking) {

@@ -10,11 +10,6 @@ namespace vornrun {
 
 namespace {
 
-unsigned int nextSerial() {
-    static unsigned int counter = 0;
-    return counter++;
-}
-
 std::string placeOf(const std::string& name, const VornComponentDeclaration* declaration) {
     return "component implementation '" + declaration->name() + "." + name + "'";
 }
@@ -47,13 +42,15 @@ void printSection(std::ostream& stream, const char* title, const Parts& parts) {
 
 }  // namespace
 
+constinit thread_local unsigned int VornComponentImplementation::nextSerial = 0;
+
 VornComponentImplementation::VornComponentImplementation(
     const std::string& name, const VornComponentDeclaration* declaration,
     const std::vector<VornSubComponent*>& subcomponents, const std::vector<VornDataSubcomponent*>& dataSubcomponents,
     const std::vector<VornFlow*>& flows, const std::vector<VornConnection*>& connections,
     const std::vector<VornMode*>& modes, const std::vector<VornTransition*>& transitions,
     const std::vector<VornTransition*>& reactivationTransitions)
-    : mSerial(nextSerial()),
+    : mSerial(nextSerial++),
       mName(name),
       mDeclaration(declaration),
       mSubcomponents(

@@ -33,7 +33,9 @@ class VornComponentImplementation final : public Vorn {
                                 const std::vector<VornMode*>& modes, const std::vector<VornTransition*>& transitions,
                                 const std::vector<VornTransition*>& reactivationTransitions);
 
-    /// Position in the order in which implementations were made, unique over the process.
+    /// The serial of the next implementation that this thread makes.
+    static thread_local unsigned int nextSerial;
+    /// Position in the order in which the thread made implementations, from 0.
     unsigned int serial() const noexcept { return mSerial; }
     /// The implementation's own name, without that of the type.
     const std::string& name() const noexcept { return mName; }
