@@ -26,6 +26,7 @@ class RunningModel {
     const VornComponentImplementation* root() const noexcept { return mRoot; }
     VornComponentRealisation& realisation() noexcept { return *mRealisation; }
     GlobalValuation& valuation() noexcept { return *mValuation; }
+    const ValuationPtr& valuationPtr() const noexcept { return mValuation; }
     EDANetwork& network() noexcept { return *mNetwork; }
 
     EDA& eda(const std::string& component);

@@ -108,6 +108,17 @@ std::string trace(Simulator& simulator, const CSLFormula& formula, unsigned long
     return steps.text() + text.str();
 }
 
+/// Pristine runs of other numbers, which nobody looks at.
+void runOthers(Simulator& simulator, const CSLFormula& formula, int count) {
+    for (int i = 0; i < count; ++i) {
+        MTRandomGenerator stream(2000 + static_cast<unsigned long>(i));
+        try {
+            simulator.runPristine(&formula, stream);
+        } catch (const std::exception&) {  // what the run leaves behind is the point
+        }
+    }
+}
+
 /// Runs as the tool does, which leave their traces in the simulator.
 void runAsTheTool(Simulator& simulator, const CSLFormula& formula, int count) {
     for (int i = 0; i < count; ++i) {
@@ -128,7 +139,7 @@ void expectPristine(const Subject& subject, const CSLFormula& formula, int other
     EXPECT_EQ(trace(*fresh, formula, K), alone) << "after runs as the tool does";
 
     const std::unique_ptr<Simulator> used = subject.simulator();
-    for (int i = 0; i < others; ++i) trace(*used, formula, 100 + static_cast<unsigned long>(i));
+    runOthers(*used, formula, others);
     EXPECT_EQ(trace(*used, formula, K), alone) << "after other pristine runs, on another simulator";
 
     std::string onThread;
@@ -138,6 +149,17 @@ void expectPristine(const Subject& subject, const CSLFormula& formula, int other
         onThread = trace(*other, formula, K);
     }).join();
     EXPECT_EQ(onThread, alone) << "on another thread";
+}
+
+/// A pristine run draws nothing from the generator that the strategy owns.
+void expectOwnGeneratorAlone(Simulator& simulator, const CSLFormula& formula) {
+    RandomGenerator& own = *simulator.strategy()->getRandomGenerator();
+    own.reseed(5);
+    const unsigned long next = own.uniform(0UL, 1000000000UL);
+    own.reseed(5);
+    MTRandomGenerator stream(1);
+    simulator.runPristine(&formula, stream);
+    EXPECT_EQ(own.uniform(0UL, 1000000000UL), next);
 }
 
 /// Three pumps that fail, leak and are repaired; two exist only while the plant is on. Flows of the root are on in some
@@ -181,7 +203,7 @@ TEST_P(PristineRun, IsTheSameAfterAThousandOthersAndAnywhere) {
 
 TEST_P(PristineRun, OfARandomModelIsTheSameAfterOthersAndAnywhere) {
     const CapturedLog log(LogLevel::Fatal);
-    for (unsigned int seed = 1; seed <= 40; ++seed) {
+    for (unsigned int seed = 1; seed <= 20; ++seed) {
         SCOPED_TRACE(seed);
         Choices choices(seed);
         expectPristine(Subject(randomModel(choices), strategy()), openUntil(20.0), 5);
@@ -201,12 +223,7 @@ TEST_P(PristineRun, LeavesTheStrategysOwnGeneratorAlone) {
     const std::unique_ptr<Simulator> simulator = subject.simulator();
     const CSLUntilPathFormula formula = openUntil(50.0);
     const CapturedLog log(LogLevel::Fatal);
-    RandomGenerator& own = *simulator->strategy()->getRandomGenerator();
-    own.reseed(5);
-    const unsigned long next = own.uniform(0UL, 1000000000UL);
-    own.reseed(5);
-    trace(*simulator, formula, 1);
-    EXPECT_EQ(own.uniform(0UL, 1000000000UL), next);
+    expectOwnGeneratorAlone(*simulator, formula);
 }
 
 INSTANTIATE_TEST_SUITE_P(Automatic, PristineRun, testing::Values("asap", "event", "local", "maxtime", "progressive"),
@@ -227,14 +244,14 @@ TEST(PristineRuns, TheRetriesOfTheConservativeAttitudeStartAnew) {
 
 TEST(PristineRuns, ANestedEstimateDrawsFromTheStreamToo) {
     auto* nested = new CSLProbabilityStateFormula(new CSLNextPathFormula(new CSLFalse, 0.0, 0.5), 0.5,
-                                                  CSLProbabilityStateFormula::Operator::greater);
-    const CSLUntilPathFormula formula(new CSLTrue, nested, 0.0, 2.5);
+                                                  CSLProbabilityStateFormula::Operator::lessEqual);
+    const CSLUntilPathFormula trueAfterTheEstimate(new CSLTrue, nested, 0.0, 2.5);
     const CapturedLog log(LogLevel::Fatal);
-    const Subject subject(plant(), makeStrategy("local"));
+    const Subject subject(plant(), makeStrategy("asap"));
     const std::unique_ptr<Simulator> simulator = subject.simulator();
     simulator->stepBound = 2;
-    const std::string first = trace(*simulator, formula, 3);
-    EXPECT_EQ(trace(*simulator, formula, 3), first);
+    expectOwnGeneratorAlone(*simulator, trueAfterTheEstimate);
+    EXPECT_EQ(simulator->trace().steps().size(), 1U) << "of the last nested run";
 }
 
 }  // namespace vornrun::test

@@ -120,7 +120,7 @@ class SimulationStrategy {
 };
 
 inline EDANetwork& SimulationStrategy::network() const noexcept {
-    assert(mNetwork != nullptr && "no network is registered");
+    assert(mNetwork != nullptr);
     return *mNetwork;
 }
 
