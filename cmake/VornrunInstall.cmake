@@ -35,6 +35,7 @@ install(FILES
     "${PROJECT_BINARY_DIR}/package/vornrunConfigVersion.cmake"
     cmake/FindLog4cplus.cmake
     DESTINATION "${package_folder}")
+file(RELATIVE_PATH pc_to_prefix "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 configure_file(cmake/vornrun.pc.in "${PROJECT_BINARY_DIR}/package/vornrun.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/package/vornrun.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME tool)

@@ -88,6 +88,7 @@ RunOutcome Simulator::runPristine(const CSLFormula* formula, RandomGenerator& st
 
 RunOutcome Simulator::runFromStart(const CSLFormula* formula) {
     assert(formula != nullptr);
+    if (mObserver != nullptr) mObserver->runStarted(nested());
     RunOutcome outcome;
     unsigned int evaluations = 0;
     while (outcome.verdict == PropertyUnknown && evaluations < stepBound) {

@@ -35,7 +35,7 @@ class Simulator final : public RunContext, public RunLimits {
     /// The bound copy; not owned by the caller, null before setProperty().
     const CSLFormula* property() const noexcept { return mProperty.get(); }
 
-    /// Sees the steps of all runs and the endings of performRun(), nested runs included. Not owned; null for none.
+    /// Sees the starts and steps of all runs, and the endings of performRun(), nested runs included. Not owned; null for none.
     void setObserver(RunObserver* observer) noexcept { mObserver = observer; }
 
     /// One complete run from the initial state. The formula is bound to the values of this simulator; not null, not
@@ -66,6 +66,7 @@ class Simulator final : public RunContext, public RunLimits {
 
     SimulationStrategy* strategy() const noexcept { return mStrategy.get(); }
     EDANetwork* network() const noexcept { return mNetwork.get(); }
+    const GlobalValuation& valuation() const noexcept { return *mValuation; }
     /// The steps of the current or last run.
     const SimulationTrace& trace() const noexcept { return mTrace; }
 

@@ -25,6 +25,8 @@ class RunObserver {
   public:
     virtual ~RunObserver() = default;
 
+    /// A run begins; the network is in its initial state.
+    virtual void runStarted(bool /*nested*/) {}
     /// A step was taken; the network is in the state after it.
     virtual void stepTaken(const TakenStep& /*taken*/) {}
 
