@@ -38,7 +38,7 @@ class AbstractVornXmlParser {
     explicit AbstractVornXmlParser(XmlContext& context);
     AbstractVornXmlParser(const AbstractVornXmlParser&) = delete;
     AbstractVornXmlParser& operator=(const AbstractVornXmlParser&) = delete;
-    virtual ~AbstractVornXmlParser();  // gives the library back after the names that it transcoded
+    virtual ~AbstractVornXmlParser();  // calls clean(), after the names are released
 
     /// Stores every element with an "objid" under it; of a repeated identifier the last element counts. Linear in the
     /// document, but for the look-up of identifiers.
@@ -85,7 +85,7 @@ class AbstractVornXmlParser {
     /// The target of a reference, for a test of its name; the element itself if it is no reference, or if nothing has
     /// the identifier.
     const xercesc::DOMElement* referencedOrItself(const xercesc::DOMElement* element) const;
-    /// checkReference() of a child that the parser goes on to: it counts towards the bound.
+    /// checkReference() of a child that the parser reads: it counts towards the bound.
     const xercesc::DOMElement* reach(const xercesc::DOMElement* element) const;
     /// The element's attribute "type"; empty when it has none.
     std::string typeAttribute(const xercesc::DOMElement* element) const;
@@ -97,7 +97,7 @@ class AbstractVornXmlParser {
 
     /// From now on, this parser and the other one share the bound and the noted place.
     void shareWith(const AbstractVornXmlParser& other) noexcept { mShared = other.mShared; }
-    /// Keeps the place of an element whose contents lead to an exception that has no place of its own.
+    /// Keeps the place of an element for an exception that cannot hold a place itself.
     void notePlace(const xercesc::DOMElement* element) const;
     /// What notePlace() kept since the last buildContext().
     const std::optional<SourcePlace>& notedPlace() const noexcept;
@@ -106,7 +106,6 @@ class AbstractVornXmlParser {
     bool xercesInitialized() const noexcept { return mXercesInitialized; }
     /// Why the library did not start, in its own words; empty if it did.
     const std::string& xercesFault() const noexcept { return mXercesFault; }
-    XmlContext& context() const noexcept { return mContext; }
 
     static const Log sLogger;  // "root.vornxml", shared by all parsers
 

@@ -65,8 +65,8 @@ class VornXmlParser::DocumentReader::FileStream final : public xercesc::BinInput
     XMLFilePos mPosition = 0;
 };
 
-/// A file by its path. The library's own source would take a path of the form "http:..." for an address, and would
-/// lose what the locale cannot say.
+/// A file by its path. The library's own source takes a path of the form "http:..." for an address, and loses the
+/// characters that the locale does not have.
 class VornXmlParser::DocumentReader::FileSource final : public InputSource {
   public:
     FileSource(const std::string& file, BoundedMemory& memory) : mFile(file), mMemory(memory) {
@@ -89,10 +89,10 @@ class VornXmlParser::DocumentReader::FileSource final : public InputSource {
     BoundedMemory& mMemory;
 };
 
-/// Asked for everything outside the file.
+/// The library asks it for everything outside the file.
 class VornXmlParser::DocumentReader::Resolver final : public xercesc::XMLEntityResolver {
   public:
-    /// The document names an external part of its type, which is what is asked for next.
+    /// The document names an external part of its type: the library asks for it next.
     void expectExternalSubset(const XMLCh* systemId) { mExternalSubset = parser::util::transcode(systemId); }
     /// \param places makes the place of a fault; not owned
     void startAfresh(const ElementPlaces* places) {
@@ -121,7 +121,7 @@ class VornXmlParser::DocumentReader::Resolver final : public xercesc::XMLEntityR
     const ElementPlaces* mPlaces = nullptr;
 };
 
-/// Watches the document type, and refuses where the library only reports.
+/// Notes the document type and the places of elements, and refuses what the library only reports.
 class VornXmlParser::DocumentReader::Parser final : public xercesc::XercesDOMParser {
   public:
     Parser(BoundedMemory& memory, Resolver& resolver) : XercesDOMParser(nullptr, &memory), mResolver(resolver) {}
@@ -130,7 +130,7 @@ class VornXmlParser::DocumentReader::Parser final : public xercesc::XercesDOMPar
                      const bool hasInternalSubset, const bool hasExternalSubset) override {
         XercesDOMParser::doctypeDecl(root, publicId, systemId, hasInternalSubset, hasExternalSubset);
         mExternalSubset = hasExternalSubset ? systemId : nullptr;
-        // What the internal part asks for comes first, and is not the external part.
+        // The library asks for what the internal part needs first; that is not the external part.
         if (!hasInternalSubset && hasExternalSubset) mResolver.expectExternalSubset(systemId);
     }
 
@@ -189,7 +189,7 @@ class VornXmlParser::DocumentReader::Parser final : public xercesc::XercesDOMPar
         endOfEvent();
     }
 
-    /// Forgets how far the last document was read.
+    /// Prepares for the next document, wherever the reading of the last one ended.
     void startAfresh(const std::string& file) {
         mDepth = 0;
         mExternalSubset = nullptr;
@@ -235,8 +235,8 @@ class VornXmlParser::DocumentReader::Parser final : public xercesc::XercesDOMPar
     }
 
   private:
-    /// Notes where the scanner is. The library tells of a start tag at its end; it begins where the event before it
-    /// ended.
+    /// Notes where the scanner is. The library reports a start tag at the tag's end; the tag begins where the event
+    /// before it ended.
     void endOfEvent() {
         const xercesc::Locator* const locator = getScanner()->getLocator();
         mLine = locator->getLineNumber();
@@ -252,7 +252,7 @@ class VornXmlParser::DocumentReader::Parser final : public xercesc::XercesDOMPar
 };
 
 struct VornXmlParser::DocumentReader::State {
-    // The order is that of need: the parser and its documents lie in the memory.
+    // In this order, since the parser and its documents use the memory until they end.
     BoundedMemory memory;
     xercesc::HandlerBase errorHandler;  // throws on a fatal error, ignores the others
     xercesc::SecurityManager security;

@@ -49,7 +49,7 @@ namespace {
 
 using Tree = std::unique_ptr<VornExpressionTree>;
 
-// Numbers in `node_type` with a meaning of their own; all others only stand for a data type.
+// Numbers in `node_type` with a meaning of their own; all others only mean a data type.
 constexpr int ENUM_CONSTANT = 4;
 constexpr int MODE_CONSTANT = 13;
 constexpr int ERROR_STATE = 14;
@@ -108,7 +108,7 @@ VornValue* modeConstant(const std::string& name) {
     return value;
 }
 
-/// Keeps the operands when the operator does not take them, so that they are reclaimed.
+/// If the operator does not accept the operands, they stay with the caller, which deletes them.
 template <class Op>
 VornExpressionTree* binaryNode(Tree& left, Tree& right) {
     VornExpressionTree* const node = VornExpressionConstructor::expressionTree<Op>(left.get(), right.get());
@@ -360,7 +360,7 @@ VornXmlParser::ExpressionParser::parseTuple(const DOMElement* element) const {
 }
 
 VornExpressionTree* VornXmlParser::ExpressionParser::parseTrajectoryNode(const DOMElement*) const {
-    // A trajectory within an expression says nothing of the present state: it is a term that holds.
+    // A trajectory within an expression does not restrict the present state: it is a term that is true.
     return constant(VornDataTypeTag::VornBool, true);
 }
 

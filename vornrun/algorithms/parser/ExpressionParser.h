@@ -31,17 +31,17 @@ OperatorType getOperatorContent(const xercesc::DOMElement* element, std::string_
 class VornXmlParser::ExpressionParser final : public parser::AbstractVornXmlParser {
   public:
     explicit ExpressionParser(parser::XmlContext& context);
-    ~ExpressionParser() override;  // the class of the names is incomplete here
+    ~ExpressionParser() override;  // in the source, where TypeNames is complete
 
     /// The tree of an expression element, or null when an operand in it failed.
     /// \throws VornXmlCorruptedVornException "Expression is nested too deeply" when the stack does not suffice, or
-    ///         naming an identifier when references lead from the expression back to itself
+    ///         with the identifier when the expression contains itself by references
     VornExpressionTree* parseSubexpression(const xercesc::DOMElement* element) const;
     /// The variable that an element names. The result is not null.
     VornVariable* parseIdentifierNode(const xercesc::DOMElement* element) const;
-    /// A constant of the type that the element's node type gives.
+    /// A constant whose type is that of the element's node type. Null as in the next operation.
     VornValue* parseVornValue(const xercesc::DOMElement* element) const;
-    /// A constant of the given type; null for an interval, of which no constant can be written.
+    /// A constant of the given type; null, with an ERROR record, for an interval: the file cannot have such a constant.
     VornValue* parseVornValueOfGivenType(const xercesc::DOMElement* element, VornDataTypeTag tag) const;
     /// The number in `node_type`, 0 to 20 without 17 and 18.
     int getNodeTypeForExpressionNode(const xercesc::DOMElement* element) const;

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// The guard against circles of references. An operation that recurses over elements does so without end exactly if it
-/// meets an element again while it is still in it.
+/// The guard against circles of references. An operation that recurses over elements does not end exactly if it enters
+/// an element again that it has not left.
 
 #include <cstddef>
 #include <unordered_set>
@@ -27,8 +27,9 @@ class OpenElements {
         Entry& operator=(const Entry&) = delete;
         ~Entry();  // takes them off the path
 
-        /// \param identifier the element's "objid"; without one (null) only its own parent leads to the element, so
-        ///                   that it is in no circle alone, and nothing is noted
+        /// \param identifier the element's "objid". Without one (null) nothing is noted: only its own parent reaches
+        /// the
+        ///                   element, so that every circle has another element with an identifier.
         /// \throws VornXmlCorruptedVornException with the identifier when the element is open already
         void enter(const xercesc::DOMElement* element, const XMLCh* identifier);
 

@@ -3,11 +3,11 @@
 #include <cassert>
 #include <xercesc/dom/DOMElement.hpp>
 
+#include "vornrun/StackGuard.h"
 #include "vornrun/algorithms/parser/ElementPlaces.h"
 #include "vornrun/algorithms/parser/ExpressionParser.h"
 #include "vornrun/algorithms/parser/Owned.h"
 #include "vornrun/algorithms/parser/PropertyXmlTags.h"
-#include "vornrun/StackGuard.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
 #include "vornrun/datastructures/property/CSLBinaryStateFormula.h"
@@ -133,7 +133,7 @@ CSLPathFormula* VornXmlParser::PropertyParser::parsePathFormula(const DOMElement
         element = firstChild(element);
         entry.enter(element, sharedIdentifier(element));
     }
-    // Both bounds come first, whatever the kind: there is no unbounded formula.
+    // Both bounds are read before the kind: there is no formula without bounds.
     const DOMElement* lowerElement = expectValue(element, mNames->lowerBound, "Path formula missing lower bound");
     const DOMElement* upperElement = expectValue(element, mNames->upperBound, "Path formula missing upper bound");
     const double lower = util::getRealNumberContent(lowerElement, "Lower bound must be double");

@@ -25,14 +25,14 @@ class VornXmlParser::PropertyParser final : public parser::AbstractVornXmlParser
   public:
     /// \param expressionParser for atomic propositions; not owned, not null, outlives this object
     PropertyParser(parser::XmlContext& context, const ExpressionParser* expressionParser);
-    ~PropertyParser() override;  // the class of the names is incomplete here
+    ~PropertyParser() override;  // in the source, where PropertyXmlTags is complete
 
     /// The formulas to be checked among the children of the root, in file order.
     std::vector<CSLFormula*> parseProperties(const xercesc::DOMElement* root);
     /// Null when the element is not a formula to be checked.
     CSLFormula* parseProperty(const xercesc::DOMElement* element) const;
     // Both throw VornXmlCorruptedVornException "Formula is nested too deeply" when the stack does not suffice, or
-    // naming an identifier when references lead from the formula back to itself.
+    // with the identifier when the formula contains itself by references.
     CSLStateFormula* parseStateFormula(const xercesc::DOMElement* element) const;
     CSLPathFormula* parsePathFormula(const xercesc::DOMElement* element) const;
     /// The comparison in a `comparisonOperator`. Of several, the first of this list counts: `lessEqual`, `lessThan`,

@@ -110,7 +110,7 @@ parser::Owned<VornPort> VornXmlParser::TypeDeclParser::readPorts(const xercesc::
 }
 
 bool VornXmlParser::TypeDeclParser::parseNonblocking(const DOMElement* element) const {
-    // The words speak of error ports, also where an out event port lacks the specifier.
+    // The text says "error port" for an out event port too.
     const DOMElement* nonblocking =
         expectChildNode(element, tags().nonblocking, "Error port requires nonblocking specifier");
     return getBooleanContent(nonblocking, "Nonblocking specifier must be boolean");
@@ -118,7 +118,7 @@ bool VornXmlParser::TypeDeclParser::parseNonblocking(const DOMElement* element) 
 
 VornEventPort* VornXmlParser::TypeDeclParser::parseEventPort(const DOMElement* element, PortDirection direction) const {
     const std::string name = getNameFromChildNodes(element);
-    // Only out ports can be nonblocking: the specifier of an in port is not looked at.
+    // Only out ports can be nonblocking: the specifier of an in port is ignored.
     const bool nonblocking = direction == PortDirection::out && parseNonblocking(element);
     return VornPartsConstructor::createEventPort(name, direction, nonblocking);
 }

@@ -15,7 +15,7 @@ XERCES_CPP_NAMESPACE_END
 
 namespace vornrun {
 
-/// What a pass over the types is for. Types are read in a single pass, so that nothing depends on it.
+/// The purpose of a pass over the types. Types are read in a single pass, so that nothing depends on it.
 enum class TypeParserMode { declarations, definitions };
 
 /// Each operation throws VornXmlException for a fault of the file. The caller owns each result.
@@ -38,7 +38,7 @@ class VornXmlParser::TypeDeclParser final : public parser::AbstractVornXmlParser
     std::vector<VornPort*> parsePorts(const xercesc::DOMNodeList* nodes, PortType type, PortDirection direction) const;
     VornEventPort* parseEventPort(const xercesc::DOMElement* element, PortDirection direction) const;
     VornDataPort* parseDataPort(const xercesc::DOMElement* element, PortDirection direction) const;
-    /// Always an out port, whatever the direction of the list is.
+    /// An out port, also in a list of in ports.
     /// \throws std::invalid_argument for a rate that is not positive
     VornErrorPort* parseErrorPort(const xercesc::DOMElement* element, PortDirection direction) const;
     /// The name of the elements in a port list of that kind; owned by the parser.

@@ -32,7 +32,7 @@ VornModeType modeTypeOf(unsigned int number) {
 template <class T>
 std::unique_ptr<VornTrajectoryEquation> trajectory(std::unique_ptr<TypedVornVariable<VornContinuous>> variable,
                                                    std::unique_ptr<VornExpressionTree> rate) {
-    // A rate is a constant: any other expression leaves a null.
+    // A rate is a constant: for any other expression the equation has a null.
     auto constant = castOrDelete<TypedVornValue<T>>(std::move(rate));
     return std::make_unique<TypedVornTrajectoryEquation<T>>(variable.release(), constant.release());
 }
@@ -86,8 +86,8 @@ std::unique_ptr<VornTrajectoryEquation> VornXmlParser::TypeImplParser::parseTraj
     std::unique_ptr<VornExpressionTree> rate(mExpressionParser->parseSubexpression(
         expectChildNode(element, tags().trajectoryExpression, "Trajectory must have expression")));
     auto variable = castOrDelete<TypedVornVariable<VornContinuous>>(std::move(left));
-    // A right side that could not be parsed leaves a null in an equation, so that the model is refused where the rate
-    // is needed instead of losing the equation in silence.
+    // A right side with a fault of types becomes a null in an equation. The model is then refused where the rate is
+    // needed; without the equation, the fault would go unnoticed.
     const VornDataTypeTag type = rate == nullptr ? VornDataTypeTag::VornReal : rate->type();
     switch (type) {
         case VornDataTypeTag::VornInt:
@@ -205,7 +205,7 @@ VornAssignment* VornXmlParser::TypeImplParser::parseAssignment(const DOMElement*
     const DOMElement* left = expectChildNode(element, tags().left, "Assignments require a left hand side.");
     const DOMElement* right = expectChildNode(element, tags().right, "Assignments require a right hand side.");
     std::unique_ptr<VornVariable> variable(mExpressionParser->parseIdentifierNode(left));
-    // A right side that could not be parsed is passed on as null; its fault is logged.
+    // A right side with a fault of types is null; the fault is logged already.
     std::unique_ptr<VornExpressionTree> value(mExpressionParser->parseSubexpression(right));
     return new VornAssignment(variable.release(), value.release());
 }

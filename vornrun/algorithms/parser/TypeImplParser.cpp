@@ -195,7 +195,7 @@ VornDataSubcomponent* VornXmlParser::TypeImplParser::parseDataSubcomponent(const
         given.reset(mExpressionParser->parseVornValueOfGivenType(value, type));
 
     return withTagClass(type, [&]<class T>() -> VornDataSubcomponent* {
-        // A value of a given type has that type, so that the cast only fails on a null.
+        // The value has the type that was asked for, so that the cast fails only for a null.
         auto defaultValue = parser::castOrDelete<TypedVornValue<T>>(std::move(given));
         return new TypedVornDataSubcomponent<T>(name, defaultValue.release(), std::move(modes), isObservable);
     });

@@ -1,8 +1,7 @@
 #pragma once
 /// \file
 /// The element `implementations` of a subpackage becomes component implementations: modes, transitions, connections,
-/// flows, subcomponents and data. Numbers of modes, transitions and subcomponents are given out in the order in which
-/// the parts are read.
+/// flows, subcomponents and data. Modes, transitions and subcomponents get their numbers in the order of reading.
 
 #include <memory>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// A bound on what references make of a document. A shared element is parsed anew for every reference to it, so that
-/// a chain of n elements, each referring twice to the next, means 2^n elements.
+/// A bound on how references multiply a document. A shared element is parsed once for every reference to it, so that a
+/// chain of n elements, each with two references to the next, means 2^n elements.
 
 #include <cstdint>
 #include <limits>
@@ -30,7 +30,7 @@ class UnfoldingBound {
     /// False only if the present document has no references.
     bool hasReferences() const noexcept { return mReachedLimit != UNLIMITED; }
 
-    /// A parser goes on to an element.
+    /// A parser is about to read an element.
     /// \throws VornXmlCorruptedVornException with both numbers, beyond the bound
     void countReached() {
         if (++mReached > mReachedLimit) refuse();

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// The faults of the two input files. what() frames a description with the kind of the fault.
+/// The faults of the two input files.
 
 #include <exception>
 #include <optional>
@@ -15,6 +15,7 @@ namespace vornrun {
 class VornXmlException : public std::exception {
   public:
     explicit VornXmlException(std::string description);
+    /// \param line becomes a part of what(); it is not place()
     VornXmlException(std::string description, unsigned int line);
 
     /// "Error while parsing: " (with a line: "Error while parsing on line: N "), the description, and the kind of the
@@ -22,9 +23,10 @@ class VornXmlException : public std::exception {
     const char* what() const noexcept override;
     /// The kind of the fault.
     virtual std::string errorTypeMsg() const { return "General parser error"; }
+    /// What is wrong; may be empty.
     virtual std::string errorDescription() const { return mDescription; }
 
-    /// Where the fault is, when the reader knows it. It is no part of what().
+    /// Where the fault is; none when that is unknown, or when the file as a whole is at fault. Not a part of what().
     const std::optional<SourcePlace>& place() const noexcept { return mPlace; }
     void setPlace(std::optional<SourcePlace> place) { mPlace = std::move(place); }
 

@@ -33,7 +33,7 @@ namespace {
 
 constexpr const char* UNEXPECTED = "Unexpected Xercesc exception";
 
-/// The place of a fault of form; none when the library does not tell a line.
+/// The place of a fault of form; none when the library does not know the line.
 std::optional<SourcePlace> placeIn(const std::string& file, const xercesc::SAXParseException& fault) {
     if (fault.getLineNumber() == 0) return std::nullopt;
     return parser::ElementPlaces(file).place(fault.getLineNumber(), fault.getColumnNumber());
@@ -111,7 +111,7 @@ void VornXmlParser::expectRoot(const DOMElement* root, const XMLCh* tag, bool lo
 
 VornSpecification* VornXmlParser::buildModel(const DOMElement* root) {
     parser::Owned<VornPackage> packages;
-    // Only the last list counts, but every list has to be free of faults.
+    // Only the last list counts, but a fault in any list is a fault.
     for (const DOMElement* list : listChildrenWithTag(root, tags().packages)) packages = readPackages(list);
     if (packages.empty()) throw at(root, parser::VornXmlCorruptedVornException("Found no packages"));
     return new VornSpecification(parser::released(std::move(packages)));

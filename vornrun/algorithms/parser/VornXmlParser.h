@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// The door to the two input files: a model file becomes a VornSpecification, a property file a list of formulas.
+/// Parses the two input files: a model file becomes a VornSpecification, a property file a list of formulas.
 
 #include <memory>
 #include <string>
@@ -25,16 +25,16 @@ class VornXmlParser final : public parser::AbstractVornXmlParser {
 
     /// \throws parser::XmlLibraryException "Failure initializing xerces"
     explicit VornXmlParser(parser::XmlContext& context);
-    ~VornXmlParser() override;  // the classes of the members are incomplete here
+    ~VornXmlParser() override;  // in the source, where the classes of the members are complete
 
     /// The model of the file; the caller owns it. Nothing but the file itself is read.
     /// \throws VornXmlException for a fault of the file
     /// \throws std::invalid_argument for a rate that is not positive or a subcomponent reference that misses
     VornSpecification* parseVorn(const std::string& file);
-    /// The formulas to be checked, in file order; the caller owns them.
+    /// The formulas to be checked, in file order; the caller owns them. Nothing but the file itself is read.
     /// \throws VornXmlException for a fault of the file
     std::vector<CSLFormula*> parseProperties(const std::string& file);
-    /// Where a std::invalid_argument of the last call has its reason, when that is known: such an exception carries no
+    /// Where the cause of a std::invalid_argument of the last call is, when that is known: such an exception has no
     /// place itself.
     const std::optional<SourcePlace>& placeOfInvalidArgument() const noexcept { return notedPlace(); }
 

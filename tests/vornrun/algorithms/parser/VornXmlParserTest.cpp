@@ -74,7 +74,7 @@ TEST(Models, MustHavePackagesOnlyInAList) {
               "Error while parsing:  (Unexpected node:\n\tExpected: Package .\n\tFound: Pack)");
     EXPECT_EQ(modelFault(model("<packages><Pack/></packages><packages>" + package("a") + "</packages>")),
               "Error while parsing:  (Unexpected node:\n\tExpected: Package .\n\tFound: Pack)")
-        << "a list that does not count must be sound all the same";
+        << "a list that does not count must be free of faults too";
     EXPECT_EQ(modelFault(model("<packages><Package/></packages>")),
               "Error while parsing:  (Expected child node 'name' missing from 'Package')");
 }
