@@ -81,7 +81,7 @@ class Subject {
 
     std::unique_ptr<Simulator> simulator() const {
         auto result = std::make_unique<Simulator>(mRoot, mStrategy.get());
-        result->stepBound = 60;
+        result->stepBound = 20;
         result->ignoreBoundError = true;
         return result;
     }
@@ -240,6 +240,20 @@ TEST(PristineRuns, TheRetriesOfTheConservativeAttitudeStartAnew) {
     conservative->setAttitude(ProgressiveAttitude::Conservative);
     const CapturedLog log(LogLevel::Fatal);
     expectPristine(Subject(model, std::move(conservative)), openUntil(50.0), 20);
+}
+
+TEST(PristineRuns, TheLogLevelChangesNothing) {
+    const CSLUntilPathFormula formula = openUntil(20.0);
+    for (unsigned int seed = 1; seed <= 20; ++seed) {
+        SCOPED_TRACE(seed);
+        Choices choices(seed);
+        const CapturedLog silent(LogLevel::Fatal);
+        const Subject subject(randomModel(choices), makeStrategy("asap"));
+        const std::unique_ptr<Simulator> simulator = subject.simulator();
+        const std::string alone = trace(*simulator, formula, 7);
+        const CapturedLog log(LogLevel::Trace);
+        EXPECT_EQ(trace(*simulator, formula, 7), alone);
+    }
 }
 
 TEST(PristineRuns, ANestedEstimateDrawsFromTheStreamToo) {
