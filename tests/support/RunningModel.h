@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// A model that a test has written, taken through the real parser and realised, with its network: what the tests of
-/// automata, topologies, network and simulation stand on.
+/// A model that a test has written, parsed by the real parser and realised, with its network. The tests of automata,
+/// topologies and the network use it.
 
 #include <memory>
 #include <sstream>

@@ -100,7 +100,7 @@ Options declareOptions(vornrun::Settings& settings, LogLevelName& level, SimStra
         .add(inputOptions(settings))
         .add(strategyOptions(settings, strategy));
     options.all.add(options.visible).add(hiddenOptions(settings));
-    // Room for a third free word, so that it meets the library's check for a repeated option and is refused by it.
+    // Room for a third free word: the library then refuses it as a repeated option.
     options.positional.add("input-file", 1).add("property-file", 2);
     return options;
 }

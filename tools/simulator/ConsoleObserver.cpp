@@ -10,8 +10,8 @@
 
 namespace {
 
-/// Other threads may still be running, so that nothing that they use may be destroyed. The log is closed; a thread that
-/// writes to it survives that.
+/// Other threads may still be running, so nothing that they use is destroyed. A thread may still write to the closed
+/// log.
 [[noreturn]] void exitWithStatusOne() {
     vornrun::Log::shutdown();
     std::cout.flush();

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// What the tool shows of runs on standard output, and how it ends when a worker fails.
+/// Shows runs on standard output, and ends the process when a worker fails.
 
 #include "vornrun/algorithms/simulators/steps/RunObserver.h"
 #include "vornrun/algorithms/simulators/strategies/Console.h"
@@ -13,8 +13,8 @@ class ConsoleObserver final : public vornrun::RunObserver {
     void stepBoundHit(bool nested) override;
     void deadlockReached(bool nested) override;
     void workersEnded() override;
-    /// Ends the process at once: with exit status 1 for a cycle of flows, which the log tells of, and by
-    /// std::terminate() with the fault as the current exception otherwise.
+    /// Ends the process at once. A cycle of flows, which is in the log already, gives exit status 1. Any other fault
+    /// leads to std::terminate() with the fault as the current exception.
     [[noreturn]] void workerFailed(const std::exception_ptr& fault) override;
 };
 

@@ -112,7 +112,7 @@ void evaluateProperties(const Formulas& formulas, vornrun::PropertySimulator& pr
     }
     for (const auto& formula : formulas) {
         VORNRUN_LOG(sLogger, Info, "Evaluating property " << *formula);
-        // The parser delivers formulas of this class only. A probability is printed for each, whatever bound it states.
+        // The parser gives formulas of this class only. Each one gets a probability; its bound is not used.
         const vornrun::CSLPathFormula* path = static_cast<const vornrun::CSLProbabilityStateFormula&>(*formula).path();
         try {
             const auto [lower, upper] = propertySimulator.checkProbability(path, &generator);

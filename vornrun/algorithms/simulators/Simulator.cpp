@@ -27,23 +27,27 @@ class CountedNesting {
     unsigned int& mNesting;
 };
 
-/// Has the strategy draw from a stream for the life of the object.
-class BorrowedStream {
-  public:
-    BorrowedStream(SimulationStrategy& strategy, RandomGenerator& stream) : mStrategy(strategy) {
-        mStrategy.drawFrom(&stream);
-    }
-    BorrowedStream(const BorrowedStream&) = delete;
-    BorrowedStream& operator=(const BorrowedStream&) = delete;
-    ~BorrowedStream() { mStrategy.drawFrom(nullptr); }
-
-  private:
-    SimulationStrategy& mStrategy;
-};
-
 }  // namespace
 
 const Log Simulator::sLogger("root.sim");
+
+/// For its lifetime the strategy draws from a stream, and reports do not touch the state of the network.
+class Simulator::PristineScope {
+  public:
+    PristineScope(Simulator& simulator, RandomGenerator& stream) : mSimulator(simulator) {
+        mSimulator.mStrategy->drawFrom(&stream);
+        mSimulator.mPristine = true;
+    }
+    PristineScope(const PristineScope&) = delete;
+    PristineScope& operator=(const PristineScope&) = delete;
+    ~PristineScope() {
+        mSimulator.mPristine = false;
+        mSimulator.mStrategy->drawFrom(nullptr);
+    }
+
+  private:
+    Simulator& mSimulator;
+};
 
 Simulator::Simulator(const VornComponentImplementation* component, const SimulationStrategy* strategy)
     : mStrategy(strategy->clone()) {
@@ -82,7 +86,7 @@ RunOutcome Simulator::runPristine(const CSLFormula* formula, RandomGenerator& st
     mNetwork->restart();
     mStrategy->restart();
     mTrace.clear();
-    const BorrowedStream borrowed(*mStrategy, stream);
+    const PristineScope pristine(*this, stream);
     return runFromStart(formula);
 }
 
@@ -179,10 +183,12 @@ void Simulator::popState() {
     mNetwork->popState();
 }
 
-// The report refreshes the flags of all data flows as well, so a run logged at TRACE may differ from another.
+// reportAllCurrentTransitions() also refreshes the flags of all data flows, so that a run may differ when it is logged
+// at TRACE.
 void Simulator::logState() const {
     VORNRUN_LOG(sLogger, Trace, "Current global state: " << *mNetwork);
-    const std::string transitions = mNetwork->reportAllCurrentTransitions();
+    const std::string transitions =
+        mPristine ? mNetwork->reportActiveTriggers() : mNetwork->reportAllCurrentTransitions();
     VORNRUN_LOG(sLogger, Trace, "Currently active transitions and invariants: \n" << transitions);
 }
 

@@ -45,7 +45,8 @@ class Simulator final : public RunContext, public RunLimits {
     /// \throws whatever the strategy or the formula throws, except deadlock_exception of the strategy
     RunOutcome run(const CSLFormula* formula);
     /// As run(), but independent of all earlier runs: the trace depends on the model, the formula, the strategy's
-    /// settings, the limits and the stream alone. All draws come from the stream, which is not owned.
+    /// settings, the limits and the stream alone, also not on the log level. All draws come from the stream, which is
+    /// not owned.
     /// A clone of an MTRandomGenerator shares the engine of real draws with others and is no stream of its own.
     RunOutcome runPristine(const CSLFormula* formula, RandomGenerator& stream);
     /// As run(), and tells the observer of the ending.
@@ -71,6 +72,8 @@ class Simulator final : public RunContext, public RunLimits {
     const SimulationTrace& trace() const noexcept { return mTrace; }
 
   private:
+    class PristineScope;
+
     RunOutcome runFromStart(const CSLFormula* formula);
     /// Takes a step of the strategy. \return false in a deadlock, whose reason is then the text of the outcome
     bool executeStep(RunOutcome& outcome);
@@ -83,6 +86,7 @@ class Simulator final : public RunContext, public RunLimits {
     static const Log sLogger;  // "root.sim"
     RunObserver* mObserver = nullptr;
     unsigned int mNesting = 0;  // nested estimates that are going on
+    bool mPristine = false;     // within runPristine()
     // Members die from the last to the first: strategy, network, realisation, property, trace, valuation.
     ValuationPtr mValuation;
     SimulationTrace mTrace;

@@ -34,7 +34,7 @@ void storeDefault(GlobalValuation& valuation, const TypedValueRef& slot, const V
         storeTypeDefault(valuation, slot);
 }
 
-/// Numbers lists so that equal ones share a number: the position of the first equal list.
+/// The number of a list: the position of the first equal list. Equal lists have the same number.
 template <class ListOf>
 std::size_t classOf(std::size_t index, const ListOf& listOf) {
     for (std::size_t earlier = 0; earlier < index; ++earlier)

@@ -187,6 +187,10 @@ std::string EDANetwork::reportAllCurrentTransitions() {
     computeActiveEDAs();
     computeEventConnections();
     computeDataDependencies();
+    return reportActiveTriggers();
+}
+
+std::string EDANetwork::reportActiveTriggers() const {
     std::ostringstream text;
     text << "Active triggers:\n";
     for (const auto& [eda, port] : activeTriggers())

@@ -116,6 +116,8 @@ class EDANetwork {
 
     /// Refreshes everything, flow flags included, and lists the active triggers.
     std::string reportAllCurrentTransitions();
+    /// The same list without the refresh: a run does not notice it.
+    std::string reportActiveTriggers() const;
     /// Writes both topologies into the working directory.
     void dumpTopologies() const;
     friend std::ostream& operator<<(std::ostream& stream, const EDANetwork& network);

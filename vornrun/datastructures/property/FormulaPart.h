@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// What formulas do with their parts, each of which may be missing.
+/// Operations on the parts of formulas. Each part may be missing.
 
 #include <memory>
 #include <ostream>

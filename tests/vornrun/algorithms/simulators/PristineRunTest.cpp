@@ -81,7 +81,7 @@ class Subject {
 
     std::unique_ptr<Simulator> simulator() const {
         auto result = std::make_unique<Simulator>(mRoot, mStrategy.get());
-        result->stepBound = 60;
+        result->stepBound = 20;
         result->ignoreBoundError = true;
         return result;
     }
@@ -240,6 +240,29 @@ TEST(PristineRuns, TheRetriesOfTheConservativeAttitudeStartAnew) {
     conservative->setAttitude(ProgressiveAttitude::Conservative);
     const CapturedLog log(LogLevel::Fatal);
     expectPristine(Subject(model, std::move(conservative)), openUntil(50.0), 20);
+}
+
+TEST(PristineRuns, TheLogLevelChangesNothing) {
+    // The flow of the part goes on with the part itself, but its flag follows only when a step changes data.
+    ModelWriter model;
+    model.type("Part").outData(m, 0);
+    model.implementation("Part.i").data(n, 5).mode("only").flow(m, n);
+    model.implementation("Root.i")
+        .data(x)
+        .mode("off", invariant(x <= 1.0))
+        .mode("on", invariant(x <= 2.0))
+        .mode("end", invariant(x <= 3.0))
+        .transition("off", "on", when(x >= 1.0))
+        .transition("on", "end", when(x >= 2.0))
+        .transition("end", "end", when(x >= 3.0))
+        .subcomponent("part", "Part.i", inModes("on", "end"));
+    const CSLUntilPathFormula formula = openUntil(2.5);
+    const CapturedLog silent(LogLevel::Fatal);
+    const Subject subject(model, makeStrategy("asap"));
+    const std::unique_ptr<Simulator> simulator = subject.simulator();
+    const std::string alone = trace(*simulator, formula, 7);
+    const CapturedLog log(LogLevel::Trace);
+    EXPECT_EQ(trace(*simulator, formula, 7), alone);
 }
 
 TEST(PristineRuns, ANestedEstimateDrawsFromTheStreamToo) {

@@ -10,9 +10,9 @@
 
 namespace vornrun {
 
-/// Real-valued draws of a clone come from the engine of the object that it was cloned from, whatever the clone is
-/// reseeded with: a fixed seed repeats exponential and integer draws only. That shared engine has a lock, held for one
-/// draw as a whole. A clone's own engine belongs to one thread and has none.
+/// Real-valued draws of a clone come from the engine of the object that it was cloned from. Reseeding the clone does
+/// not change that: a fixed seed repeats only exponential and integer draws. The shared engine has a lock, which is
+/// held for one whole draw. A clone's own engine belongs to one thread and has no lock.
 class MTRandomGenerator final : public RandomGenerator {
   public:
     /// Starts from a seed of the system's random device.
@@ -20,8 +20,8 @@ class MTRandomGenerator final : public RandomGenerator {
     /// \param seed 0 takes one from the system's random device
     explicit MTRandomGenerator(unsigned long seed);
 
-    /// The weighted sum of 53 outputs of the engine for real values: around the middle of [low, high] more likely than
-    /// at its ends.
+    /// The weighted sum of 53 outputs of the engine for real values. Results near the middle of [low, high] are more
+    /// likely than those near its ends.
     double uniform(double low, double high) override;
     double exponential(double rate) override;
     unsigned long uniform(unsigned long low, unsigned long high) override;
@@ -41,8 +41,8 @@ class MTRandomGenerator final : public RandomGenerator {
     };
     MTRandomGenerator(const MTRandomGenerator& other);
 
-    /// Locks this object's own engine when clones draw from it too: when it is the engine for real values. A clone's is
-    /// nobody else's, and its lock stays open.
+    /// Locks this object's own engine when clones draw from it too, that is when it is the engine for real values. The
+    /// engine of a clone needs no lock.
     std::unique_lock<std::mutex> lockOwnEngine() const;
 
     std::shared_ptr<Engine> mEngine;

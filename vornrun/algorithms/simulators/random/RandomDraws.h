@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// How the raw 64-bit outputs of an engine become random numbers. The recipes are written out, since a run with a seed
-/// has to repeat exactly on any machine, whatever its standard library. `source()` is the next output.
+/// How the raw 64-bit outputs of an engine become random numbers. A run with a seed repeats exactly on any machine,
+/// which the distributions of the standard library do not guarantee. `source()` is the next output.
 
 #include <cmath>
 #include <cstdint>

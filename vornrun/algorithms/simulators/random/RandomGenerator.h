@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Random numbers as the strategies draw them.
+/// The source of the random numbers that strategies draw.
 
 #include <random>
 

@@ -10,13 +10,13 @@ namespace vornrun {
 
 class SimulationStep;
 
-/// One step of a run. Valid during the call that hands it over.
+/// One step of a run. Valid during the call of stepTaken().
 struct TakenStep {
     unsigned int number;         // 1 for the first step of the run
     Time time;                   // the model time of the run after the step
     Time delay;                  // of this step alone
     const SimulationStep& step;  // not owned
-    bool nested;                 // a nested probability formula has asked for the run
+    bool nested;                 // the run belongs to a nested estimate
 };
 
 /// Sees the events of runs; every operation does nothing unless it is overridden. The workers of a PropertySimulator
@@ -30,9 +30,9 @@ class RunObserver {
     /// A step was taken; the network is in the state after it.
     virtual void stepTaken(const TakenStep& /*taken*/) {}
 
-    // What Simulator::performRun() tells of the end of a run, before it reports a failure or throws. A run that is
-    // decided at its last permitted evaluation hits the bound first and then has its verdict.
-    // `nested` tells whether a nested probability formula has asked for the run.
+    // The ending of a run of Simulator::performRun(), before the run reports a failure or throws. A run that is decided
+    // at its last permitted evaluation first hits the bound and then has its verdict. `nested` is true for a run that
+    // belongs to a nested estimate.
     virtual void verdictReached(bool /*nested*/) {}
     virtual void stepBoundHit(bool /*nested*/) {}
     virtual void deadlockReached(bool /*nested*/) {}

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// What a strategy did in one step: took transitions, let time pass, or both.
+/// The action of a strategy in one step: it takes transitions, lets time pass, or both.
 
 #include <cstddef>
 #include <iosfwd>
@@ -19,7 +19,7 @@ class SimulationStep {
     SimulationStep(const SimulationStep&) = delete;
     SimulationStep& operator=(const SimulationStep&) = delete;
     virtual ~SimulationStep() = default;
-    // Steps stand in memory that they hand on to each other.
+    // Steps use memory from the free list of the thread.
     static void* operator new(std::size_t size);
     static void operator delete(void* step, std::size_t size) noexcept;
     /// Takes the step on a network.
@@ -36,10 +36,11 @@ std::ostream& operator<<(std::ostream& stream, const SimulationStep& step);
 class DiscreteSimulationStep : public virtual SimulationStep {
   public:
     /// \param transitions those fired together; not empty
+    /// \throws std::invalid_argument for an empty list
     explicit DiscreteSimulationStep(QualifiedTransitions transitions);
-    ~DiscreteSimulationStep() override;  // hands the storage of the list on
+    ~DiscreteSimulationStep() override;  // puts the storage of the list on the free list
     const QualifiedTransitions& transitions() const noexcept { return mTransitions; }
-    /// The local name of the first transition's trigger, which owns it.
+    /// The local name of the first transition's trigger; valid as long as the model.
     const std::string& event() const { return mTransitions.front().second->trigger()->identifier(); }
     void apply(EDANetwork* network) const override;
     Time time() const override { return 0.0; }

@@ -1,12 +1,13 @@
 #include "vornrun/algorithms/simulators/steps/SimulationTrace.h"
 
-#include <algorithm>
+#include <cassert>
 
 #include "vornrun/algorithms/simulators/steps/infix_ostream_iterator.h"
 
 namespace vornrun {
 
 void SimulationTrace::addStep(SimulationStep* step) {
+    assert(step != nullptr);
     std::unique_ptr<SimulationStep> owned(step);
     if (step->letsTimePass()) mTime += step->time();
     mSteps.push_back(std::move(owned));

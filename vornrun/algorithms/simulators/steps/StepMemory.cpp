@@ -25,9 +25,9 @@ constexpr bool KEEPS = VORNRUN_KEEPS_STEP_MEMORY != 0;
 // Blocks are kept by size, in steps of the grain, up to the largest kind of step.
 constexpr std::size_t GRAIN = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
 constexpr std::size_t LARGEST = 128;
-// What a run up to the usual step bound needs; what a longer one leaves goes back.
+// Enough for a run up to the default step bound; blocks beyond that are freed.
 constexpr std::size_t MOST = 16384;
-// Longer lists go back too: few steps have so many participants, and many such lists are much memory.
+// Longer lists are freed too: few steps have so many participants, and many such lists take much memory.
 constexpr std::size_t LONGEST_LIST = 64;
 
 struct FreeBlock {
@@ -39,7 +39,7 @@ struct Shelf {
     std::size_t count = 0;
 };
 
-// Set when the thread's spares are gone, for whoever drops a step later than that.
+// Set when the free list of the thread is gone. A step may be dropped after that.
 thread_local bool sparesAreGone = false;
 
 struct Spares {

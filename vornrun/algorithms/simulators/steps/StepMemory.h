@@ -1,8 +1,8 @@
 #pragma once
 /// \file
-/// Memory that the steps of one thread hand on to each other. A run makes a step at a time and drops all of them when
-/// the next one begins; what they stood in serves the steps of that one, so that a run allocates nothing for steps
-/// unless it is longer than those before it.
+/// A free list of steps, one per thread. A run makes its steps one by one, and the next run drops all of them at its
+/// start. Their memory goes on the free list. So a run allocates memory for steps only if it is longer than all runs
+/// before it.
 
 #include <cstddef>
 
@@ -10,12 +10,12 @@
 
 namespace vornrun::stepmemory {
 
-/// False in a build whose sanitizer watches the heap, and has to see each step come and go.
+/// False in a build with a sanitizer that watches the heap and has to see each allocation.
 bool isKept();
 
 /// A block of so many bytes, aligned for any object. \throws std::bad_alloc
 void* allocate(std::size_t size);
-/// Takes back a block of allocate(), with the size that it was asked for. Any thread may do so.
+/// Takes back a block of allocate(). `size` is the size given there. Any thread may call this.
 void release(void* block, std::size_t size) noexcept;
 
 /// An empty list, with the storage of an earlier one when there is any.

@@ -8,7 +8,7 @@ namespace vornrun {
 
 class EDANetwork;
 
-/// The library itself has none: whoever runs a strategy provides one.
+/// The library has none: the user of a strategy provides one.
 class Console {
   public:
     virtual ~Console() = default;

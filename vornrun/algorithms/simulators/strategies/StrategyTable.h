@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// All strategies by number, word and name. Whatever lists strategies reads this table or is compared with it.
+/// All strategies by number, word and name. Every other list of strategies is made from this table or compared with it.
 
 #include <memory>
 #include <span>
@@ -12,7 +12,7 @@ namespace vornrun {
 
 struct StrategyEntry {
     int number;
-    std::string_view word;  // that the user chooses it by
+    std::string_view word;  // by which the user chooses it
     std::string_view name;  // SimulationStrategy::name()
     std::unique_ptr<SimulationStrategy> (*make)();
 };
