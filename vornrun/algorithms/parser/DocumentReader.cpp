@@ -31,6 +31,7 @@
 
 namespace vornrun {
 
+using parser::at;
 using parser::BoundedMemory;
 using parser::ElementPlaces;
 using parser::VornInvalidXmlException;
@@ -103,11 +104,13 @@ class VornXmlParser::DocumentReader::Resolver final : public xercesc::XMLEntityR
     InputSource* resolveEntity(xercesc::XMLResourceIdentifier* identifier) override {
         const std::string wanted = parser::util::transcode(identifier->getSystemId());
         if (mExternalSubset != wanted) {
-            VornInvalidXmlException fault("The document needs the external entity '" + wanted +
-                                          "', and nothing outside the file is read");
-            if (const xercesc::Locator* const locator = identifier->getLocator())
-                fault.setPlace(mPlaces->place(locator->getLineNumber(), locator->getColumnNumber()));
-            throw fault;
+            const xercesc::Locator* const locator = identifier->getLocator();
+            const auto place =
+                locator == nullptr
+                    ? std::nullopt
+                    : std::optional(mPlaces->place(locator->getLineNumber(), locator->getColumnNumber()));
+            throw at(place, VornInvalidXmlException("The document needs the external entity '" + wanted +
+                                                    "', and nothing outside the file is read"));
         }
         VORNRUN_LOG(sLogger, Warn,
                     "The external document type '" << wanted << "' is not read: nothing outside the file is.");
@@ -206,9 +209,7 @@ class VornXmlParser::DocumentReader::Parser final : public xercesc::XercesDOMPar
 
     /// Throws a fault at the last place that is known.
     [[noreturn]] void refuse(const std::string& why) const {
-        VornInvalidXmlException fault(why);
-        fault.setPlace(mPlaces.back()->place(mLine, mColumn));
-        throw fault;
+        throw at(mPlaces.back()->place(mLine, mColumn), VornInvalidXmlException(why));
     }
 
     void error(const unsigned int code, const XMLCh* const domain, const ErrTypes type, const XMLCh* const text,

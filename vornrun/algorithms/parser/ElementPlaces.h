@@ -55,11 +55,17 @@ class ElementPlaces {
 /// Where the element's start tag begins. Nothing for null and for a document that DocumentReader has not read.
 std::optional<SourcePlace> placeOf(const xercesc::DOMElement* element);
 
+/// The fault with its place.
+template <class Fault>
+Fault at(std::optional<SourcePlace> place, Fault fault) {
+    fault.setPlace(std::move(place));
+    return fault;
+}
+
 /// The fault with the place of the element at which it is.
 template <class Fault>
 Fault at(const xercesc::DOMElement* element, Fault fault) {
-    fault.setPlace(placeOf(element));
-    return fault;
+    return at(placeOf(element), std::move(fault));
 }
 
 /// The result of the call. A fault that it throws without a place gets that of the element.

@@ -48,9 +48,7 @@ const DOMDocument* withoutLibraryFaults(const std::string& file, Read&& read, Fa
     } catch (const VornXmlException&) {
         throw;
     } catch (const xercesc::SAXParseException& fault) {
-        auto ours = faultOfForm(fault);
-        ours.setPlace(placeIn(file, fault));
-        throw ours;
+        throw at(placeIn(file, fault), faultOfForm(fault));
     } catch (const xercesc::XMLException& fault) {
         throw VornXmlParserException(parser::util::transcode(fault.getMessage()));
     } catch (const xercesc::DOMException& fault) {
