@@ -8,6 +8,7 @@ import unittest
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).parent))
 import check_links
+import check_questions
 import run_documents
 
 
@@ -88,6 +89,36 @@ class CheckLinks(Scratch):
 
     def test_a_file_that_a_command_of_the_page_writes_passes(self):
         self.assertEqual(self.found("`model.xml`\n```sh\ncat >model.xml\n```\n"), 0)
+
+
+class CheckQuestions(Scratch):
+    def setUp(self):
+        super().setUp()
+        (self.root / "examples" / "pump").mkdir(parents=True)
+        self.document("", "examples/pump/model.xml")
+        self.document("The main question:\nDoes the\nstation run dry?\n", "examples/pump/README.md")
+        self.document('print("properties.xml  0.25")\n', "examples/pump/exact.py")
+
+    def found(self, rows):
+        self.document("# A comment.\n" + rows, "examples/questions.txt")
+        return len(check_questions.faults_of(self.root))
+
+    def test_a_question_and_value_as_in_the_example_pass(self):
+        self.assertEqual(self.found("pump | does the station run dry? | 0.25\n"), 0)
+
+    def test_another_question_is_found(self):
+        self.assertEqual(self.found("pump | does the pump break? | 0.25\n"), 1)
+
+    def test_another_value_is_found(self):
+        self.assertEqual(self.found("pump | does the station run dry? | 0.26\n"), 1)
+
+    def test_a_missing_line_is_found(self):
+        self.assertEqual(self.found(""), 1)
+
+    def test_a_line_too_many_is_found(self):
+        row = "pump | does the station run dry? | 0.25\n"
+        self.assertEqual(self.found(row + row), 1)
+        self.assertEqual(self.found(row + row.replace("pump", "press")), 1)
 
 
 if __name__ == "__main__":

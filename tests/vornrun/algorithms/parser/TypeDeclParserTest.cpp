@@ -115,7 +115,8 @@ TEST_P(BadRates, LeaveTheParserAsInvalidArguments) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(TypeDeclParser, BadRates, testing::Values("0", "-0.5", "nan", "-inf"));
+INSTANTIATE_TEST_SUITE_P(TypeDeclParser, BadRates, testing::Values("0", "-0.5", "nan", "-inf"),
+                         NamesInOrder({"Zero", "Negative", "NoNumber", "MinusInfinity"}));
 
 struct CategoryCase {
     const char* name;

@@ -33,7 +33,7 @@ TEST_P(ChernoffSampleSize, IsTheLowWordOfTheTruncatedBound) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    ChernoffGenerator, ChernoffSampleSize,
+    , ChernoffSampleSize,
     testing::Values(SampleSize{"TheDefaultsAskFor1191", 0.05, 0.95, 1191},          // 4 ln(2 / 0.95) / 0.0025 = 1191.1
                     SampleSize{"ASmallerConfidenceAsksForMore", 0.05, 0.05, 5902},  // 4 ln 40 / 0.0025 = 5902.2
                     SampleSize{"ASmallerErrorBoundAsksForMore", 0.01, 0.95,

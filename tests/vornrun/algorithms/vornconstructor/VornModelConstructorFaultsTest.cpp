@@ -41,7 +41,7 @@ void PrintTo(const Fault& fault, std::ostream* stream) { *stream << fault.name; 
 
 class ModelFault : public testing::TestWithParam<Fault> {};
 
-TEST_P(ModelFault, IsRefusedWithTheFullNameOfTheComponentAndTheThingAtFault) {
+TEST_P(ModelFault, IsRefusedWithTheFullNamesOfComponentAndThing) {
     SyntaxModel model;
     ComponentDraft draft;
     draft.mode("A", VornModeType::initial)

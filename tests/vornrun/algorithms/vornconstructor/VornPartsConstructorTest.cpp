@@ -7,6 +7,8 @@
 #include <memory>
 #include <stdexcept>
 
+#include "tests/support/CaseName.h"
+
 namespace vornrun::test {
 namespace {
 
@@ -63,7 +65,8 @@ TEST_P(RefusedRate, ThrowsAndLeavesTheIdToTheNextPort) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rates, RefusedRate,
-                         testing::Values(0.0, -0.0, -1.0, std::nan(""), -std::numeric_limits<double>::infinity()));
+                         testing::Values(0.0, -0.0, -1.0, std::nan(""), -std::numeric_limits<double>::infinity()),
+                         NamesInOrder({"Zero", "MinusZero", "Negative", "NoNumber", "MinusInfinity"}));
 
 TEST(VornPartsConstructor, AcceptsASmallPositiveRate) {
     const std::unique_ptr<VornErrorPort> port(

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "tests/support/CapturedLog.h"
+#include "tests/support/CaseName.h"
 #include "tests/support/ProgressRecorder.h"
 #include "tests/vornrun/datastructures/property/FormulaFixtures.h"
 #include "tests/vornrun/datastructures/vorn/syntax/SyntaxFixtures.h"
@@ -45,25 +46,30 @@ INSTANTIATE_TEST_SUITE_P(EqualEstimates, ProbabilityBound,
                          testing::Values(BoundCase{Operator::greaterEqual, 0.5, 0.5, true},
                                          BoundCase{Operator::greater, 0.5, 0.5, false},
                                          BoundCase{Operator::less, 0.5, 0.5, false},
-                                         BoundCase{Operator::lessEqual, 0.5, 0.5, true}));
+                                         BoundCase{Operator::lessEqual, 0.5, 0.5, true}),
+                         NamesInOrder({"GreaterEqual", "Greater", "Less", "LessEqual"}));
 INSTANTIATE_TEST_SUITE_P(WithinTheTolerance, ProbabilityBound,
                          testing::Values(BoundCase{Operator::less, 0.5, 0.4999996, false},
                                          BoundCase{Operator::lessEqual, 0.5, 0.5000004, true},
                                          BoundCase{Operator::greater, 0.5, 0.5000004, false},
-                                         BoundCase{Operator::greaterEqual, 0.5, 0.4999996, true}));
+                                         BoundCase{Operator::greaterEqual, 0.5, 0.4999996, true}),
+                         NamesInOrder({"Less", "LessEqual", "Greater", "GreaterEqual"}));
 INSTANTIATE_TEST_SUITE_P(BeyondTheTolerance, ProbabilityBound,
                          testing::Values(BoundCase{Operator::less, 0.5, 0.4999994, true},
                                          BoundCase{Operator::lessEqual, 0.5, 0.5000006, false},
                                          BoundCase{Operator::greater, 0.5, 0.5000006, true},
-                                         BoundCase{Operator::greaterEqual, 0.5, 0.4999994, false}));
+                                         BoundCase{Operator::greaterEqual, 0.5, 0.4999994, false}),
+                         NamesInOrder({"Less", "LessEqual", "Greater", "GreaterEqual"}));
 INSTANTIATE_TEST_SUITE_P(OperatorsBeyondTheFourNeverHold, ProbabilityBound,
                          testing::Values(BoundCase{BEYOND, 0.5, 0, false}, BoundCase{BEYOND, 0.5, 0.5, false},
-                                         BoundCase{BEYOND, 0.5, 1, false}));
+                                         BoundCase{BEYOND, 0.5, 1, false}),
+                         NamesInOrder({"EstimateZero", "EstimateOfTheBound", "EstimateOne"}));
 INSTANTIATE_TEST_SUITE_P(BoundsThatAreNoNumbersNeverHold, ProbabilityBound,
                          testing::Values(BoundCase{Operator::less, std::nan(""), 0.5, false},
                                          BoundCase{Operator::lessEqual, std::nan(""), 0.5, false},
                                          BoundCase{Operator::greater, std::nan(""), 0.5, false},
-                                         BoundCase{Operator::greaterEqual, std::nan(""), 0.5, false}));
+                                         BoundCase{Operator::greaterEqual, std::nan(""), 0.5, false}),
+                         NamesInOrder({"Less", "LessEqual", "Greater", "GreaterEqual"}));
 
 TEST(CSLProbabilityStateFormula, IsUnknownInTheShallowPassWithoutSimulating) {
     std::vector<Asked> journal;

@@ -263,7 +263,7 @@ TEST_P(EstimatesAre, WithinFourStandardErrorsOfTheTruthAndOfEachOther) {
     EXPECT_NEAR(alone, shared, 4.0 * std::sqrt(2.0) * standardError());
 }
 
-INSTANTIATE_TEST_SUITE_P(Models, EstimatesAre, testing::ValuesIn(truths()),
+INSTANTIATE_TEST_SUITE_P(, EstimatesAre, testing::ValuesIn(truths()),
                          [](const auto& each) { return std::string(each.param.name); });
 
 TEST(Estimates, RepeatExactlyUnderASeedForOneThreadAndForFour) {

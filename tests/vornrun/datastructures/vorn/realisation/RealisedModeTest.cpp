@@ -1,5 +1,6 @@
 #include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
 
+#include "tests/support/CaseName.h"
 #include "tests/vornrun/datastructures/vorn/realisation/RealisationFixture.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/Operators.h"
 
@@ -61,7 +62,8 @@ INSTANTIATE_TEST_SUITE_P(Types, PrintedMode,
                          testing::Values(ModePrint{VornModeType::plain, "m: mode"},
                                          ModePrint{VornModeType::initial, "m: initial mode"},
                                          ModePrint{VornModeType::activation, "m: activation mode"},
-                                         ModePrint{VornModeType::error, "m: error mode"}));
+                                         ModePrint{VornModeType::error, "m: error mode"}),
+                         NamesInOrder({"Plain", "Initial", "Activation", "Error"}));
 
 TEST_F(RealisedModeTest, PrintsInvariantAndTrajectoriesJoinedByAnd) {
     const auto trajectories = [this](unsigned int count) {

@@ -1,5 +1,6 @@
 #include "vornrun/datastructures/vorn/realisation/RealisedPort.h"
 
+#include "tests/support/CaseName.h"
 #include "tests/vornrun/datastructures/vorn/realisation/RealisationFixture.h"
 
 namespace vornrun::test {
@@ -71,7 +72,8 @@ TEST_P(SyntheticPort, OwnsItsDeclaration) {
     EXPECT_TRUE(died);
 }
 
-INSTANTIATE_TEST_SUITE_P(ReservedIds, SyntheticPort, testing::Values(4294967295u, 4294967294u, 4294967293u));
+INSTANTIATE_TEST_SUITE_P(ReservedIds, SyntheticPort, testing::Values(4294967295u, 4294967294u, 4294967293u),
+                         NamesInOrder({"Largest", "LargestButOne", "LargestButTwo"}));
 
 TEST_F(RealisedPortTest, APortOfAnyOtherIdLeavesItsDeclarationAlone) {
     for (const unsigned int id : {0u, 10u, 4294967292u}) {

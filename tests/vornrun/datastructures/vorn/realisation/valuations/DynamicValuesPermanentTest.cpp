@@ -18,7 +18,7 @@ class PermanentValues : public testing::Test {
   protected:
     DynamicValuesPermanent<T> store;
 };
-TYPED_TEST_SUITE(PermanentValues, test::AllTypes, test::TypeWord);
+TYPED_TEST_SUITE(PermanentValues, test::AllTypes);
 
 TYPED_TEST(PermanentValues, NumberTheirReferencesFromOne) {
     EXPECT_EQ(this->store.addValue(nullptr), 1u);

@@ -19,7 +19,7 @@ class LayerOfValues : public testing::Test {
     DynamicValuesPermanent<T> store;
     DynamicValuesTemp<T> layer{&store};
 };
-TYPED_TEST_SUITE(LayerOfValues, test::AllTypes, test::TypeWord);
+TYPED_TEST_SUITE(LayerOfValues, test::AllTypes);
 
 TYPED_TEST(LayerOfValues, ReadsThroughWhatItDidNotWrite) {
     EXPECT_EQ(&this->layer.getValue(2), &this->store.getValue(2));

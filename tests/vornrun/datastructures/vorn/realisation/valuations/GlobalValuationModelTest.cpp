@@ -33,7 +33,7 @@ class ValuationOfParts : public testing::Test {
         return dynamic_cast<const TypedVornValue<T>&>(*value).value();
     }
 };
-TYPED_TEST_SUITE(ValuationOfParts, test::AllTypes, test::TypeWord);
+TYPED_TEST_SUITE(ValuationOfParts, test::AllTypes);
 
 TYPED_TEST(ValuationOfParts, AddsTheDefaultOfThePartsType) {
     EXPECT_EQ(this->valuation->addValue(&this->part), 1u);

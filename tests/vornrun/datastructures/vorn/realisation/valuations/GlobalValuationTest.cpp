@@ -31,7 +31,7 @@ class ValuationOf : public testing::Test {
 
     GlobalValuation valuation;
 };
-TYPED_TEST_SUITE(ValuationOf, test::AllTypes, test::TypeWord);
+TYPED_TEST_SUITE(ValuationOf, test::AllTypes);
 
 TYPED_TEST(ValuationOf, HandsOutReferencesFromOne) {
     EXPECT_EQ(this->valuation.template addValue<TypeParam>(nullptr), 1u);

@@ -15,14 +15,6 @@ namespace vornrun::test {
 using AllTypes =
     testing::Types<VornBool, VornReal, VornInt, VornContinuous, VornClock, VornEnum, VornInterval, VornModeVal>;
 
-/// Names the instances of a typed suite by the type's word.
-struct TypeWord {
-    template <class T>
-    static std::string GetName(int) {
-        return std::string(T::op);
-    }
-};
-
 /// Payload 0 to 2; for bools only 0 and 1 differ.
 template <class T>
 typename T::AssociatedDataType sample(std::size_t which) {

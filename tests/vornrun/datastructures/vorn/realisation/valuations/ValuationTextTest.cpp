@@ -18,7 +18,7 @@ std::string text(const auto& printed) {
 
 template <class T>
 class TextOfPermanentValues : public testing::Test {};
-TYPED_TEST_SUITE(TextOfPermanentValues, test::AllTypes, test::TypeWord);
+TYPED_TEST_SUITE(TextOfPermanentValues, test::AllTypes);
 
 TYPED_TEST(TextOfPermanentValues, IsEmptyWithoutValues) {
     EXPECT_EQ(DynamicValuesPermanent<TypeParam>().str(), "  empty");

@@ -87,7 +87,7 @@ TEST_P(IntegerDivisionDeathTest, WithoutAResultEndsTheProcessWithTheArithmeticSi
     expectArithmeticSignal<VornInt>(mixed);
 }
 
-INSTANTIATE_TEST_SUITE_P(Operators, IntegerDivisionDeathTest,
+INSTANTIATE_TEST_SUITE_P(, IntegerDivisionDeathTest,
                          testing::Values(TrapCase{"DividedByZero", 1, "/", 0}, TrapCase{"ZeroByZero", 0, "/", 0},
                                          TrapCase{"ModuloZero", 1, "mod", 0},
                                          TrapCase{"LowestDividedByMinus1", LOWEST, "/", -1},

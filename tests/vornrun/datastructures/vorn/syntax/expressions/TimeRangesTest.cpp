@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/CaseName.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/TimeInterval.h"
 
 namespace vornrun {
@@ -86,7 +87,8 @@ TEST_P(TimeRangesOfSize, TruncatingKeepsTheFirstRanges) {
     EXPECT_THAT(shorter, IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(InlineAndHeap, TimeRangesOfSize, testing::Values(0u, 1u, 2u, 3u, 4u, 9u));
+INSTANTIATE_TEST_SUITE_P(InlineAndHeap, TimeRangesOfSize, testing::Values(0u, 1u, 2u, 3u, 4u, 9u),
+                         test::NamesInOrder({"None", "One", "Two", "Three", "Four", "Nine"}));
 
 TEST(TimeRanges, AreEqualWhenTheirRangesAre) {
     EXPECT_EQ(TimeRanges(someRanges(3)), TimeRanges(someRanges(3)));
