@@ -8,6 +8,7 @@
 #include <string>
 
 #include "tests/support/ModelWriter.h"
+#include "tests/support/Printed.h"
 #include "vornrun/datastructures/eda/EDANetwork.h"
 #include "vornrun/datastructures/vorn/realisation/VornComponentRealisation.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
@@ -72,13 +73,5 @@ class RunningModel {
     ValuationPtr mValuation;
     std::unique_ptr<EDANetwork> mNetwork;
 };
-
-/// What a printable thing prints.
-template <class T>
-std::string printed(const T& thing) {
-    std::ostringstream text;
-    text << thing;
-    return text.str();
-}
 
 }  // namespace vornrun::test

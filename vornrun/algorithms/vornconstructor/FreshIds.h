@@ -6,9 +6,9 @@
 
 namespace vornrun {
 
-/// Starts all numbers that parsing hands out anew for its lifetime: those of ports, modes, transitions, subcomponents
-/// and implementations. Afterwards the former numbers go on. Guards nest. A guard acts on its own thread only, as the
-/// numbers do, so that models can be parsed on several threads at the same time.
+/// For its lifetime, the numbers of ports, modes, transitions, subcomponents and implementations start anew. Its
+/// destructor restores the former ones. Guards nest. Each thread has its own numbers, and a guard acts on its thread
+/// only, so that several threads can parse models at the same time.
 ///
 ///     const FreshIds fresh;
 ///     parser.parseVorn(file);  // ports start at 10, everything else at 0

@@ -4,7 +4,7 @@
 
 namespace vornrun {
 
-/// Counters of the parts as the parser meets them. Each thread has its own. They start at 0 and go on over all packages
+/// Counters of the parts as the parser meets them. Each thread has its own. They start at 0 and count over all packages
 /// and files of the thread; FreshIds starts them anew.
 struct VornComponentImplementationConstructor {
     static thread_local unsigned int mSubcompId;     ///< of the next subcomponent

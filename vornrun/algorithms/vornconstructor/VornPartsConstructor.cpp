@@ -2,6 +2,9 @@
 
 #include <memory>
 #include <stdexcept>
+#include <utility>
+
+#include "vornrun/Ownership.h"
 
 namespace vornrun {
 
@@ -35,9 +38,7 @@ VornDataPort* VornPartsConstructor::createDataPort(const std::string& name, Port
                                                    const PortTag& portTag) {
     std::unique_ptr<VornValue> owned(defaultValue);
     return withTagClass(tag, [&]<class T>() -> VornDataPort* {
-        auto* const typed = dynamic_cast<TypedVornValue<T>*>(owned.get());
-        if (typed != nullptr) static_cast<void>(owned.release());  // the port adopts it
-        return createDataPort<T>(name, direction, typed, portTag);
+        return createDataPort<T>(name, direction, castOwned<TypedVornValue<T>>(std::move(owned)).release(), portTag);
     });
 }
 

@@ -1,5 +1,5 @@
-// The forms of access that take parts of the realised model. They stand apart, so that the store itself does not depend
-// on the model.
+// The forms of access that take parts of the realised model. They are in this layer, so that the store itself does not
+// depend on the model.
 #include "vornrun/datastructures/vorn/realisation/RealisedPart.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedVariable.h"
 #include "vornrun/datastructures/vorn/realisation/VornComponentRealisation.h"

@@ -10,7 +10,7 @@ namespace vornrun {
 
 class RealisedConnection final : public Realisation {
   public:
-    /// Owns nothing. \param modes the modes in which the connection exists; empty means all
+    /// Owns nothing. \pre no pointer is null \param modes the modes in which the connection exists; empty means all
     RealisedConnection(const RealisedEventPort* source, const RealisedEventPort* target,
                        const VornConnection* connection, ModeList modes);
 

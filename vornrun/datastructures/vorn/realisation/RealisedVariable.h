@@ -10,7 +10,7 @@ namespace vornrun {
 
 class RealisedVariable : public virtual VornExpressionTree {
   public:
-    /// \param part the thing that the variable stands for; not owned
+    /// \param part the part whose value the variable reads; not owned
     RealisedVariable(ValuationPtr valuation, ValueRef reference, const RealisedIdentifier* part);
     RealisedVariable* clone() const override = 0;
     RealisedVariable* clone(const std::list<VornExpressionTree*>& children) const override = 0;

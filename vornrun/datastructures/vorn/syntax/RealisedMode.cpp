@@ -1,7 +1,8 @@
 #include "vornrun/datastructures/vorn/syntax/RealisedMode.h"
 
-#include <iterator>
+#include <algorithm>
 #include <ostream>
+#include <utility>
 
 #include "vornrun/datastructures/vorn/syntax/RealisedAssignment.h"
 
@@ -44,6 +45,10 @@ void RealisedMode::printInvariants(std::ostream& stream) const {
         stream << separator << static_cast<const Realisation&>(*trajectory);
         separator = " and ";
     }
+}
+
+bool existsIn(const ModeList& modes, const RealisedMode* mode) {
+    return modes.empty() || std::find(modes.begin(), modes.end(), mode) != modes.end();
 }
 
 std::ostream& operator<<(std::ostream& stream, const ModeList& modes) {

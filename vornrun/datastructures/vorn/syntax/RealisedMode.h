@@ -19,7 +19,7 @@ using ModeList = std::vector<const RealisedMode*>;
 
 class RealisedMode final : public Realisation {
   public:
-    /// Marks a placeholder that stands for a mode literal before any mode is realised; real modes never have it.
+    /// The id of a placeholder, which a mode literal has before any mode is realised. Real modes never have it.
     static constexpr unsigned int DUMMY_ID = 4294967295u;
 
     RealisedMode(unsigned int id, std::string name, VornModeType type);
@@ -30,7 +30,7 @@ class RealisedMode final : public Realisation {
     unsigned int id() const noexcept { return mId; }
     const std::string& name() const noexcept { return mName; }
     VornModeType type() const noexcept { return mType; }
-    /// Null when the mode has none.
+    /// Borrowed; null when the mode has none.
     const VornLinearExpression* invariant() const noexcept { return mInvariant.get(); }
     const std::vector<std::unique_ptr<RealisedTrajectoryEquation>>& trajectories() const noexcept {
         return mTrajectories;
@@ -59,6 +59,18 @@ class RealisedMode final : public Realisation {
     std::unique_ptr<VornLinearExpression> mInvariant;
     std::vector<std::unique_ptr<RealisedTrajectoryEquation>> mTrajectories;
 };
+
+// The two questions about a mode list. That an empty one means all modes is known here only.
+/// Whether something with this list of modes exists in `mode`.
+bool existsIn(const ModeList& modes, const RealisedMode* mode);
+/// Calls `f` with each mode in which something with this list of modes exists.
+/// \param all the modes of the component
+template <class F>
+void forEachModeOf(const ModeList& modes, const std::vector<std::unique_ptr<RealisedMode>>& all, F f) {
+    for (const RealisedMode* mode : modes) f(mode);
+    if (!modes.empty()) return;
+    for (const auto& mode : all) f(mode.get());
+}
 
 /// Writes nothing for an empty list, otherwise " in modes (" and the names joined by ", " and ")".
 std::ostream& operator<<(std::ostream& stream, const ModeList& modes);

@@ -1,6 +1,7 @@
 #include "vornrun/datastructures/vorn/syntax/VornComponentImplementation.h"
 
 #include <algorithm>
+#include <cassert>
 #include <ostream>
 #include <stdexcept>
 
@@ -53,15 +54,14 @@ VornComponentImplementation::VornComponentImplementation(
     : mSerial(nextSerial++),
       mName(name),
       mDeclaration(declaration),
-      mSubcomponents(
-          syntax::FirstOfName::mapOf(syntax::adoptAll(subcomponents), "subcomponent", placeOf(name, declaration))),
-      mDataSubcomponents(syntax::FirstOfName::mapOf(syntax::adoptAll(dataSubcomponents), "data subcomponent",
-                                                    placeOf(name, declaration))),
-      mFlows(syntax::adoptAll(flows)),
-      mConnections(syntax::adoptAll(connections)),
-      mModes(syntax::FirstOfName::mapOf(syntax::adoptAll(modes), "mode", placeOf(name, declaration))),
-      mTransitions(syntax::adoptAll(transitions)),
-      mReactivationTransitions(syntax::adoptAll(reactivationTransitions)),
+      mSubcomponents(syntax::FirstOfName::mapOf(adoptAll(subcomponents), "subcomponent", placeOf(name, declaration))),
+      mDataSubcomponents(
+          syntax::FirstOfName::mapOf(adoptAll(dataSubcomponents), "data subcomponent", placeOf(name, declaration))),
+      mFlows(adoptAll(flows)),
+      mConnections(adoptAll(connections)),
+      mModes(syntax::FirstOfName::mapOf(adoptAll(modes), "mode", placeOf(name, declaration))),
+      mTransitions(adoptAll(transitions)),
+      mReactivationTransitions(adoptAll(reactivationTransitions)),
       mHasActivationMode(std::any_of(mModes.begin(), mModes.end(), [](const auto& mode) {
           return mode.second->type() == VornModeType::activation;
       })) {
@@ -91,6 +91,7 @@ std::vector<VornMode*> VornComponentImplementation::modePointers() const {
 }
 
 VornIdentifier* VornComponentImplementation::findIdentifier(const VornReference* reference) const {
+    assert(reference != nullptr);
     const VornComponentImplementation* component = this;
     VornReference remaining = *reference;
     while (remaining.isSub()) {

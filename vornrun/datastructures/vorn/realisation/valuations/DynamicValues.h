@@ -28,7 +28,8 @@ void storePayload(TypedVornValue<T>& value, const typename T::AssociatedDataType
         value.setValue(payload);
 }
 
-/// The values of the type of tag class T, by reference. References come from the permanent store and are not checked.
+/// The values of the type of tag class T, by reference. The permanent store gives out the references; access does not
+/// check them.
 template <class T>
 class DynamicValues : protected DynamicValuesLog {
   public:

@@ -66,7 +66,7 @@ class DynamicValuesContainerPermanent final : public DynamicValuesContainer {
   public:
     DynamicValuesContainerPermanent();
 
-    /// Appends a value, the type's default where none is given, and returns its reference. The part is of no interest.
+    /// Appends a value, the type's default where none is given, and returns its reference. The part is not used.
     template <class T>
     ValueRef addValue(const RealisedPart* part) {
         return permanent<T>()->addValue(part);
