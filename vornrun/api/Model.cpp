@@ -63,7 +63,7 @@ Model Model::fromFile(const std::string& path) {
         data->specification = parsed(path, faults);
         data->root = rootOf(*data->specification, faults);
         // Built once, so that whatever keeps a model from running shows now, and for the names.
-        VornModelConstructor constructor;
+        VornModelConstructor constructor(ModelOptions{.checkedArithmetic = true});
         const auto [realisation, valuation] = constructor.realise(data->root);
         const std::unique_ptr<VornComponentRealisation> owned(realisation);
         const EDANetwork network(realisation, valuation);

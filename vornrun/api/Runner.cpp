@@ -110,7 +110,8 @@ class Runner::State final : private RunObserver {
   private:
     void build() {
         mReport.reset();
-        mSimulator = std::make_unique<Simulator>(mModel.root(), mPrototype.get());
+        mSimulator =
+            std::make_unique<Simulator>(mModel.root(), mPrototype.get(), ModelOptions{.checkedArithmetic = true});
         mSimulator->stepBound = evaluationsFor(mLimits.steps);
         mSimulator->setProperty(&mQuestion.path());
         mReport = std::make_unique<api::StepReport>(*mSimulator->network(), mSimulator->valuation());

@@ -69,6 +69,22 @@ TEST(Runner, LooksAtTheInitialStateWithoutAnyStep) {
     EXPECT_EQ(record.steps, 0U);
 }
 
+TEST(Runner, ReportsADivisionByZeroAsAFault) {
+    const Var n = var("n", Type::Int), zero = var("zero", Type::Int);
+    ModelWriter model;
+    model.type("Root").errorPort("ends", 1.0);
+    model.implementation("Root.i").data(n, 1).data(zero, 0).mode("alive").mode("over").transition(
+        "alive", "over", on("ends"), set(n, n / zero));
+    Runner runner(modelOf(model), questionOf(reaches("over", 1e9)));
+    for (unsigned k = 0; k < 2; ++k) {
+        TraceStream stream(1, k);
+        const Record record = runner.run(stream);
+        EXPECT_EQ(record.verdict, Verdict::undecided);
+        EXPECT_EQ(record.ending, Ending::fault);
+        EXPECT_NE(record.text.find("zero"), std::string::npos) << record.text;
+    }
+}
+
 TEST(Runner, ReportsANameThatDoesNotResolveAsAFaultOfTheTraceThatNeedsIt) {
     Runner runner(modelOf(decay(1.0)), questionOf(eventually(var("nothing", Type::Bool), 0, 1)));
     ASSERT_FALSE(runner.warnings().empty());

@@ -49,10 +49,11 @@ class Simulator::PristineScope {
     Simulator& mSimulator;
 };
 
-Simulator::Simulator(const VornComponentImplementation* component, const SimulationStrategy* strategy)
-    : mStrategy(strategy->clone()) {
+Simulator::Simulator(const VornComponentImplementation* component, const SimulationStrategy* strategy,
+                     ModelOptions options)
+    : mOptions(options), mStrategy(strategy->clone()) {
     assert(component != nullptr);
-    VornModelConstructor constructor;
+    VornModelConstructor constructor(mOptions);
     VORNRUN_LOG(sLogger, Info, "Will now construct model realization...");
     auto [realisation, valuation] = constructor.realise(component);
     mRealisation.reset(realisation);
@@ -70,7 +71,7 @@ Simulator::~Simulator() = default;
 void Simulator::setProperty(const CSLFormula* property) {
     assert(property != nullptr);
     mProperty.reset();
-    const VariablesToValueReferences references(mRealisation.get(), mValuation);
+    const VariablesToValueReferences references(mRealisation.get(), mValuation, mOptions);
     VariableSubstitutionPropertyVisitor visitor(&references);
     mProperty.reset(property->accept(visitor));
 }

@@ -12,6 +12,7 @@
 #include "vornrun/algorithms/simulators/steps/SimulationExceptions.h"
 #include "vornrun/algorithms/simulators/steps/SimulationTrace.h"
 #include "vornrun/algorithms/simulators/strategies/SimulationStrategy.h"
+#include "vornrun/algorithms/vornconstructor/ModelOptions.h"
 #include "vornrun/datastructures/eda/EDANetwork.h"
 #include "vornrun/datastructures/property/CSLFormula.h"
 #include "vornrun/datastructures/property/RunContext.h"
@@ -27,7 +28,9 @@ class Simulator final : public RunContext, public RunLimits {
     /// Realises the model and clones the strategy; neither argument is owned, and neither is null. The component
     /// outlives the simulator. \throws model_exception, eda_model_exception, flow_topology_exception, std::out_of_range
     /// for a model that cannot be realised
-    Simulator(const VornComponentImplementation* component, const SimulationStrategy* strategy);
+    /// \param options how model and property are built; by default as the tool needs them
+    Simulator(const VornComponentImplementation* component, const SimulationStrategy* strategy,
+              ModelOptions options = {});
     ~Simulator() override;  // the class of the realisation is incomplete for whoever includes this header
 
     /// Makes the simulator's own copy of the formula, bound to its values. The argument is not owned and not null.
@@ -35,7 +38,8 @@ class Simulator final : public RunContext, public RunLimits {
     /// The bound copy; not owned by the caller, null before setProperty().
     const CSLFormula* property() const noexcept { return mProperty.get(); }
 
-    /// Sees the starts and steps of all runs, and the endings of performRun(), nested runs included. Not owned; null for none.
+    /// Sees the starts and steps of all runs, and the endings of performRun(), nested runs included. Not owned; null
+    /// for none.
     void setObserver(RunObserver* observer) noexcept { mObserver = observer; }
 
     /// One complete run from the initial state. The formula is bound to the values of this simulator; not null, not
@@ -84,6 +88,7 @@ class Simulator final : public RunContext, public RunLimits {
     bool nested() const noexcept { return mNesting > 0; }
 
     static const Log sLogger;  // "root.sim"
+    ModelOptions mOptions;
     RunObserver* mObserver = nullptr;
     unsigned int mNesting = 0;  // nested estimates that are going on
     bool mPristine = false;     // within runPristine()
