@@ -12,12 +12,10 @@
 #include <cmath>
 #include <cstdint>
 #include <ctime>
-#include <iostream>
 #include <limits>
 #include <map>
 #include <memory>
 #include <random>
-#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -218,20 +216,6 @@ void BM_Limit(benchmark::State& state, const std::string& model, Trace (*runTrac
     limits()[model] = nanosecondsPerStep(measured);
 }
 
-/// Swallows the progress characters for the life of the object.
-class SilentOutput final : std::streambuf {
-  public:
-    SilentOutput() : mFormer(std::cout.rdbuf(this)) {}
-    SilentOutput(const SilentOutput&) = delete;
-    SilentOutput& operator=(const SilentOutput&) = delete;
-    ~SilentOutput() override { std::cout.rdbuf(mFormer); }  // gives the stream back
-
-  private:
-    int_type overflow(int_type c) override { return traits_type::not_eof(c); }
-
-    std::streambuf* mFormer;
-};
-
 void silenceLogs() {
     log4cplus::Logger::getRoot().setLogLevel(log4cplus::ERROR_LOG_LEVEL);
     Log::refreshLevels();
@@ -255,14 +239,10 @@ void BM_Tool(benchmark::State& state, const std::string& model, void (*ask)(Ques
     simulator.strategy()->getRandomGenerator()->reseed(SEED);
     simulator.setProperty(dynamic_cast<const CSLProbabilityStateFormula&>(*property).path());
 
-    Measured measured;
-    {
-        const SilentOutput silent;
-        measured = measure(state, [&] {
-            const bool positive = simulator.performRun(simulator.property());
-            return Trace{simulator.trace().steps().size(), positive};
-        });
-    }
+    const Measured measured = measure(state, [&] {
+        const bool positive = simulator.performRun(simulator.property());
+        return Trace{simulator.trace().steps().size(), positive};
+    });
     report(state, measured);
     const auto limit = limits().find(model);
     if (limit != limits().end()) state.counters["tool/limit"] = nanosecondsPerStep(measured) / limit->second;

@@ -1,7 +1,8 @@
 """Writes model and property files, as a compiler of the modelling language would.
 
-A guard or invariant stands in a model file twice: as a plain expression, and split into clauses of linear comparisons
-over clocks and continuous variables. `clauses_of` does that split. Equal expressions are written once and referred to.
+A model file has each guard and each invariant twice: as a plain expression, and split into clauses of linear comparisons
+over clocks and continuous variables. `clauses_of` does that split. Equal expressions are written once; the others refer
+to the first.
 
     level = continuous("level")
     tank = implementation("Tank.impl",
@@ -26,7 +27,7 @@ MODE_TYPES = {"initial": 0, "activation": 1, "error": 2, "plain": 3}
 
 
 def element(tag, *children, **attributes):
-    """An element with these children; a child that is no element becomes its text."""
+    """An element with these children. A child that is no element becomes the text of the element."""
     result = ET.Element(tag, attributes)
     for child in children:
         if isinstance(child, ET.Element):
@@ -96,7 +97,7 @@ class Expression:
 
 
 def wider(left, right):
-    """The type of an arithmetic result: the wider of the two."""
+    """The type of an arithmetic result: the wider of the two types."""
     return max(left.kind, right.kind, key=("interval", "int", "real", "clock", "continuous").index)
 
 
@@ -107,7 +108,7 @@ def constant_content(value):
 
 
 def literal(value):
-    """An expression as it is; a bool, int or float as a constant."""
+    """Returns an expression unchanged, and a bool, int or float as a constant."""
     if isinstance(value, Expression):
         return value
     kind = {bool: "bool", int: "int", float: "real"}[type(value)]
@@ -126,17 +127,17 @@ def enum_literal(name): return Expression("enum", "constant", [], name)
 
 
 def mode_is(path, name):
-    """Whether the component at `path` ("" for this one, "a.b." for one below) is in the mode `name`."""
+    """Whether the component at `path` is in the mode `name`. The path is "" for this component, "a.b." for one below."""
     return variable(f"{path}mode", "mode") == Expression("mode", "constant", [], f"{path}mode:{name}")
 
 
 def error_is(path, name):
-    """The same as `mode_is`, in the form in which the language names the error state of a component."""
+    """The same as `mode_is`, in the form for the error state of a component."""
     return variable(f"{path}error", "error") == Expression("error", "constant", [], f"{path}error:{name}")
 
 
 def case(branches, default):
-    """The value of the first pair (condition, value) whose condition holds, else the default."""
+    """The value of the first pair (condition, value) whose condition holds, otherwise the default."""
     default = literal(default)
     pairs = [(literal(condition), literal(value)) for condition, value in branches]
     return Expression(default.kind, "case", [*pairs, default])
@@ -150,7 +151,7 @@ def total(terms):
 
 
 def is_timed(expression):
-    """Whether a clock or continuous variable stands in it, so that time changes its value."""
+    """Whether the expression contains a clock or continuous variable, so that time changes its value."""
     if expression.operator == "variable":
         return expression.kind in ("clock", "continuous")
     return any(is_timed(part) for operand in expression.operands
@@ -158,7 +159,7 @@ def is_timed(expression):
 
 
 def linear_form(expression):
-    """(terms, constant): pairs of a number and a timed variable, and the untimed rest as an expression."""
+    """Returns (terms, constant): pairs of a number and a timed variable, and the rest, without time, as an expression."""
     if not is_timed(expression):
         return [], expression
     if expression.operator == "variable":
@@ -176,14 +177,16 @@ def linear_form(expression):
 
 
 def fold(left, operator, right):
-    """left operator right, reckoned out where both are numbers."""
+    """The expression `left operator right`, computed if both are numbers."""
     if left.operator == right.operator == "constant":
         return literal(float({"+": left.name + right.name, "-": left.name - right.name, "*": left.name * right.name}[operator]))
     return Expression("real", operator, [left, right])
 
 
 def clauses_of(expression):
-    """The disjunctive form of a guard: a list of clauses, each a pair (untimed conditions, timed comparisons)."""
+    """The disjunctive form of a guard: a list of clauses, each a pair (untimed conditions, timed comparisons).
+
+    A negation over a clock or continuous variable is an error: move it inwards first."""
     if not is_timed(expression):
         return [([expression], [])]
     if expression.operator == "or":
@@ -211,7 +214,7 @@ def linear_comparison(comparison):
 
 
 def condition(tag, expression):
-    """The two elements of a guard or invariant: plain and split into clauses."""
+    """The two elements of a guard or invariant: the plain form and the clauses."""
     clauses = []
     for conditions, comparisons in clauses_of(expression):
         clause = element("Clause")
@@ -252,7 +255,7 @@ def out_event(name, nonblocking=False):
 
 
 def error_event(name, rate=None, nonblocking=True):
-    """An event that occurs by itself with this rate; one without a rate is raised by transitions only."""
+    """An event that occurs by itself with this rate. Without a rate, only transitions raise it."""
     occurrence = [] if rate is None else [element("distribution", 1), element("parameter", rate)]
     return element("ErrorEventPort", element("name", name), truth("nonblocking", nonblocking), *occurrence)
 
@@ -272,7 +275,7 @@ def in_modes(modes): return [element("in_modes", *(element("mode", name) for nam
 
 
 def mode(name, kind="plain", invariant=None, rates=None):
-    """`rates` maps continuous variables to numbers; the format knows rates only beside an invariant."""
+    """`rates` maps continuous variables to numbers. The format has rates only beside an invariant."""
     if rates and invariant is None:
         invariant = literal(True)
     result = element("Mode", element("name", name), element("type", MODE_TYPES[kind]))
@@ -310,13 +313,13 @@ def flow(target, value, modes=()):
 
 
 def subcomponent(name, reference, modes=()):
-    """A part; `modes` lists those in which it exists, all of them by default."""
+    """A part. `modes` lists the modes in which it exists; an empty list means all modes."""
     return element("NonDataSubcomponent", element("name", name), element("implementation_ref", reference),
                    element("accesses"), element("running_on"), element("stored_in"), *in_modes(modes))
 
 
 def data(target, default=None, modes=(), observable=False):
-    """The declaration of a variable, given as the expression that names it."""
+    """The declaration of a variable. `target` is the expression that names it."""
     type_and_default = typed(target.kind, default)
     return element("DataSubcomponent", element("name", target.name), type_and_default[0], *in_modes(modes),
                    truth("observable", observable), *type_and_default[1:])
@@ -346,7 +349,7 @@ def true(): return element("true")
 
 
 def probability(path, operator="greaterEqual", threshold=0.5):
-    """The tool prints the probability of the path formula whatever the comparison says."""
+    """The tool prints the probability of the path formula, whatever the comparison."""
     return element("p", element("comparisonOperator", element(operator)),
                    element("threshold", element("value", threshold)), path)
 
@@ -356,7 +359,9 @@ def bounds(lower, upper):
 
 
 def until(left, right, upper, lower=0):
-    """`right` comes true at a time in [lower, upper], and `left` holds until then; both are elements."""
+    """`right` holds in a visited state at a time in [lower, upper], and `left` holds in all visited states before `lower`.
+
+    Both are elements. From `lower` on, `left` is not evaluated."""
     return probability(element("u", *bounds(lower, upper), left, right))
 
 
@@ -364,9 +369,9 @@ def eventually(expression, upper, lower=0): return until(true(), atom(expression
 
 
 def next_state(operand, upper, lower=0):
-    """A step that ends at a time in [lower, upper] leads to a state in which `operand`, an element, holds.
+    """`operand`, an element, holds in a visited state at a time in [lower, upper].
 
-    The initial state counts as reached by a step at time 0."""
+    Visited states are the initial state, at time 0, and the state after each step."""
     return probability(element("x", *bounds(lower, upper), operand))
 
 
@@ -376,7 +381,7 @@ def properties(*formulas): return element("formulae", *(element("cslFormula", fo
 # Files
 
 def share(root):
-    """Writes each expression of more than a leaf, and each list of clauses, once; what equals it refers to it."""
+    """Writes each expression of more than a leaf, and each list of clauses, only once. Equal ones refer to the first."""
     first = {}
     shared = 0
 
@@ -384,7 +389,7 @@ def share(root):
         nonlocal shared
         is_expression = node.get("type", "").endswith("OperatorTreeNode") or node.get("type") == "CaseExpressionTreeNode"
         if is_expression or (node.tag == "clauses" and len(node)):
-            # A reference stands in for the contents of any element, whatever the two are called.
+            # A reference replaces the contents of any element, whatever the names of the two elements.
             contents = "".join(ET.tostring(child, "unicode") for child in node)
             original = first.setdefault((node.get("type"), contents), node)
             if original is not node:

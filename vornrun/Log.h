@@ -1,7 +1,10 @@
 #pragma once
 /// \file
-/// The tool's view of its loggers: a named logger that answers "is this level on?" with one relaxed load, so that the
+/// The system's view of its loggers: a named logger that answers "is this level on?" with one relaxed load, so that the
 /// step path can ask at every step. The logging library itself stays behind this header.
+///
+/// A process that has not configured the logging library gets no log: records reach the library from the first call of
+/// Log::refreshLevels() on. A LogListener gets the warnings and errors of its thread in any case.
 
 #include <atomic>
 #include <sstream>
@@ -16,22 +19,23 @@ enum class LogLevel : int { Trace = 0, Debug = 10000, Info = 20000, Warn = 30000
 /// The level is a copy: whoever changes the logging configuration calls refreshLevels() afterwards.
 class Log {
   public:
-    /// \param name the logger's full name in the hierarchy, for instance "root.sim"
+    /// \param name the logger's full name in the hierarchy, for instance "root.sim"; must outlive the object
     explicit Log(const char* name);
     Log(const Log&) = delete;
     Log& operator=(const Log&) = delete;
     ~Log();
 
-    /// True when a record of this level would reach the appenders.
+    /// True when a record of this level would reach the appenders, and from Warn on always, since a listener may want
+    /// the record.
     bool isOn(LogLevel level) const noexcept {
         return static_cast<int>(level) >= mThreshold.load(std::memory_order_relaxed);
     }
-    /// Sends one record, without a further level test.
+    /// Sends one record to the thread's listener and to the appenders that its level reaches.
     void write(LogLevel level, const std::string& text) const;
 
     const char* name() const noexcept { return mName; }
 
-    /// Reads the levels of all loggers anew from the logging library.
+    /// Connects the loggers with the logging library, and reads the levels of all of them anew from there.
     static void refreshLevels();
     /// Writes out what appenders hold back and closes them: for those who end the process at once.
     static void shutdown();
@@ -41,7 +45,23 @@ class Log {
 
     const char* mName;
     std::atomic<int> mThreshold;
-    Log* mNext;  // all loggers stand in one list, so that refreshLevels() finds them
+    Log* mNext;  // all loggers are in one list, so that refreshLevels() finds them
+};
+
+/// Gets the records of level Warn and above that its own thread writes during its lifetime, beside the appenders.
+/// Listeners of one thread nest: the latest one gets the records.
+class LogListener {
+  public:
+    LogListener();
+    LogListener(const LogListener&) = delete;
+    LogListener& operator=(const LogListener&) = delete;
+    /// \pre runs on the thread of the constructor, in reverse order of construction
+    virtual ~LogListener();
+
+    virtual void record(LogLevel level, const char* logger, const std::string& text) = 0;
+
+  private:
+    LogListener* mFormer;
 };
 
 }  // namespace vornrun

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes the small models of docs/semantics.md and docs/strategies.md, one folder each, beside this script.
 
-Each model shows one thing and nothing else. `properties.xml` holds its main question; further questions stand in
+Each model shows only one thing. `properties.xml` has its main question; further questions are in
 `properties-<question>.xml`.
 """
 import pathlib
@@ -59,7 +59,7 @@ def tank():
 
 
 def bells():
-    """Buttons that differ in who hears them, in a house of two rooms."""
+    """Buttons in a house of two rooms. They differ in the components that hear them."""
     def button(name, port, extra=()):
         return implementation(f"{name}.impl", modes=[mode("idle", "initial"), mode("pressed")],
                               transitions=[transition("idle", "pressed", trigger=port), *extra])
@@ -100,7 +100,7 @@ def bells():
 
 
 def parent():
-    """A parent that uses the ports of its parts without connections: it listens on one and raises the other."""
+    """A parent that uses the ports of its parts without connections: it listens on one port and raises the other."""
     types = [component_type("Yard", "system"),
              component_type("Door", "device", out_events=[out_event("opened")]),
              component_type("Gate", "device", in_events=[in_event("open")])]
@@ -116,7 +116,7 @@ def parent():
 
 
 def shifts():
-    """Four workers that exist by day only, and wake up in four ways."""
+    """Four workers that exist by day only and wake up in four ways."""
     done, worn = integer("done"), clock("worn")
     ways = {"Resumes": ("initial", []), "Restarts": ("activation", []),
             "Recovers": ("initial", [transition("busy", "checked", effects=[assign(done, 10)])]),
@@ -140,7 +140,7 @@ def shifts():
 
 
 def signals():
-    """A chain of flows declared against its order, an out port that falls back, an in port that does not."""
+    """A chain of flows in the opposite order of declaration. An out port returns to its default, an in port does not."""
     reading, half, double = integer("reading"), integer("half"), integer("double")
     sensor = implementation(
         "Sensor.impl", modes=[mode("on", "initial"), mode("off")],
@@ -162,7 +162,7 @@ def signals():
 
 
 def leftover():
-    """A flow of one mode that a later run still finds on in another mode; and the same model with a remedy."""
+    """A flow of one mode that is still on in another mode of a later run; and the same model without this fault."""
     seen = boolean("seen")
     for name, effects in (("leftover", []), ("leftover-mended", [assign(seen, False)])):
         chooser = implementation(
@@ -174,7 +174,7 @@ def leftover():
 
 
 def race():
-    """Two pumps that fail, one of them three times as fast, and an error event that its own component does not hear."""
+    """Two pumps that fail, one of them three times as fast, and an error event without a transition in its own component."""
     def pump(name, rate):
         return (component_type(name, "device", out_events=[error_event("fault", rate)]),
                 implementation(f"{name}.impl", modes=[mode("works", "initial"), mode("failed", "error")],
@@ -194,7 +194,7 @@ def race():
 
 
 def spare():
-    """A spare that exists in the hours 0 to 1 and 1.5 to 2.5; and the same with sleep and waking in no time."""
+    """A spare that exists in the hours 0 to 1 and 1.5 to 2.5; and the same with switching in steps that take no time."""
     unit = implementation("Spare.impl", modes=[mode("works", "initial"), mode("failed", "error")],
                           transitions=[transition("works", "failed", trigger="fault")])
     types = [component_type("Station", "system"),
@@ -220,7 +220,7 @@ def spare():
 
 
 def guarded():
-    """A fault that is guarded: the race does not look at the guard."""
+    """An error event whose transition has a guard: the race ignores the guard."""
     armed = boolean("armed")
     fuse = implementation("Fuse.impl", modes=[mode("whole", "initial"), mode("blown", "error")],
                           transitions=[transition("whole", "blown", trigger="surge", guard=armed)],
@@ -230,14 +230,14 @@ def guarded():
 
 
 def stuck():
-    """Time ends at 2, and the only transition comes at 3."""
+    """An invariant ends at 2, and the only transition is enabled from 3 on."""
     lock = implementation("Lock.impl", modes=[mode("waits", "initial", invariant=x <= 2.0), mode("open")],
                           transitions=[transition("waits", "open", guard=x >= 3.0)], data=[data(x, 0.0)])
     save("stuck", [component_type("Lock", "device")], [lock], eventually(mode_is("", "open"), 10.0))
 
 
 def order():
-    """Who sees which values when several components act in one step."""
+    """Which values each component reads when several components act in one step."""
     a, b, mine = integer("a"), integer("b"), integer("mine")
     sender = implementation("Sender.impl", modes=[mode("idle", "initial"), mode("sent")],
                             transitions=[transition("idle", "sent", trigger="send",
@@ -268,7 +268,7 @@ def twice():
 
 
 def blink():
-    """A lamp that is off for 3, on for 1, and so on; every moment is certain under asap."""
+    """A lamp that is off for 3, on for 1, and so on. Under asap the time of each change is certain."""
     lamp = implementation("Lamp.impl", modes=[mode("off", "initial"), mode("on")],
                           transitions=[transition("off", "on", guard=x >= 3.0, effects=[assign(x, 0.0)]),
                                        transition("on", "off", guard=x >= 1.0, effects=[assign(x, 0.0)])],

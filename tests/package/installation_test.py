@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""`cmake --install` puts each file where it belongs and nothing else, and what it has put there works."""
+"""`cmake --install` puts each file of the tool where it belongs and nothing else, and what it has put there works."""
 import os
 import pathlib
 import subprocess
@@ -10,6 +10,10 @@ from build_under_test import BUILD, CMAKE, SOURCE, smallest_example
 
 DOCUMENTS = pathlib.Path("share/doc/vornrun")
 PROGRAMS = {pathlib.Path("bin/vornrun"), pathlib.Path("share/vornrun/render-topologies")}
+
+
+def scripts():
+    return {DOCUMENTS / path for path in below("docs") | below("examples") if os.access(SOURCE / path, os.X_OK)}
 
 
 def below(folder, pattern="*"):
@@ -31,14 +35,15 @@ class Installation(unittest.TestCase):
         temporary = tempfile.TemporaryDirectory()
         cls.addClassCleanup(temporary.cleanup)
         cls.prefix = pathlib.Path(temporary.name) / "prefix"
-        subprocess.run([CMAKE, "--install", BUILD, "--prefix", cls.prefix], check=True, stdout=subprocess.DEVNULL)
+        subprocess.run([CMAKE, "--install", BUILD, "--component", "tool", "--prefix", cls.prefix], check=True,
+                       stdout=subprocess.DEVNULL)
         cls.files = {path.relative_to(cls.prefix) for path in cls.prefix.rglob("*") if path.is_file()}
 
     def test_the_files_are_those_that_belong_there(self):
         self.assertEqual(sorted(map(str, self.files)), sorted(map(str, expected_files())))
 
-    def test_programs_and_only_they_are_executable(self):
-        self.assertEqual({path for path in self.files if os.access(self.prefix / path, os.X_OK)}, PROGRAMS)
+    def test_programs_and_scripts_and_only_they_are_executable(self):
+        self.assertEqual({path for path in self.files if os.access(self.prefix / path, os.X_OK)}, PROGRAMS | scripts())
 
     def test_the_installed_tool_runs_an_installed_example(self):
         model, properties = smallest_example(self.prefix / DOCUMENTS / "examples")

@@ -1,7 +1,6 @@
 #include "tests/support/CapturedLog.h"
 
 #include <log4cplus/appender.h>
-#include <log4cplus/consoleappender.h>
 #include <log4cplus/logger.h>
 #include <log4cplus/spi/loggingevent.h>
 
@@ -78,15 +77,6 @@ std::vector<std::string> CapturedLog::textsFrom(LogLevel level) const {
         if (record.level >= level) result.push_back(record.text);
     return result;
 }
-
-LogToStandardError::LogToStandardError() {
-    log4cplus::Logger root = log4cplus::Logger::getRoot();
-    root.removeAllAppenders();
-    root.addAppender(log4cplus::SharedAppenderPtr(new log4cplus::ConsoleAppender(true, true)));
-    Log::refreshLevels();
-}
-
-LogToStandardError::~LogToStandardError() { log4cplus::Logger::getRoot().removeAllAppenders(); }
 
 void CapturedLog::clear() {
     const std::lock_guard lock(mState->records->mutex);

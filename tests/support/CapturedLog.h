@@ -42,13 +42,4 @@ class CapturedLog {
     std::unique_ptr<State> mState;
 };
 
-/// Sends all records to standard error for its lifetime, for tests of a process that ends.
-class LogToStandardError {
-  public:
-    LogToStandardError();
-    LogToStandardError(const LogToStandardError&) = delete;
-    LogToStandardError& operator=(const LogToStandardError&) = delete;
-    ~LogToStandardError();
-};
-
 }  // namespace vornrun::test

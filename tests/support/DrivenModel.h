@@ -31,7 +31,7 @@ class DrivenModel {
         return dynamic_cast<Strategy&>(strategy());
     }
 
-    /// The strategy draws these from now on; whatever of an earlier script is left over fails the test.
+    /// The strategy draws these from now on. Draws left over from an earlier script fail the test.
     const ScriptedRandomGenerator& script(const std::vector<ScriptedDraw>& draws);
 
     /// The automaton with that full identifier. \throws std::out_of_range without one
@@ -41,7 +41,7 @@ class DrivenModel {
     /// The data of the automaton on one line.
     std::string data(const std::string& identifier = "main") { return eda(identifier)->valuationStr(); }
 
-    /// Takes a step of the strategy and tells it: its delay and its transitions.
+    /// Takes a step of the strategy and gives it as a text: its delay and its transitions.
     std::string step();
 
   private:

@@ -15,7 +15,7 @@
 ///         .transition("idle", "running", on("start"), set(x, 0.0))
 ///         .transition("running", "idle", when(x >= 3.0 && level > 1.0))    // the clauses are derived
 ///         .transition("running", "dead", on("fail"), set(broken, true));
-///     model.implementation("Plant.i")                                      // its type without ports comes by itself
+///     model.implementation("Plant.i")                                      // its type, without ports, is added
 ///         .subcomponent("pump", "Pump.i", inModes("on"))
 ///         .data(var("alarm", Type::Bool), observable)
 ///         .mode("on").mode("off")
@@ -137,7 +137,7 @@ class ImplementationWriter {
     ImplementationWriter& splice(const std::string& list, Xml child);
 
     const std::string& name() const noexcept { return mName; }
-    /// What stands before the ".".
+    /// The part before the ".".
     std::string typeName() const;
     Xml xml() const;
 

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Sends what a test states through the real parser, by way of a temporary file.
+/// Writes a model to a temporary file and reads it with the real parser.
 
 #include <memory>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Runs the built tool, or another program, as a process of its own and tells what a user would see of it.
+/// Runs the built tool, or another program, in its own process, and gives what a user sees of it.
 
 #include <chrono>
 #include <filesystem>

@@ -1,13 +1,14 @@
 #pragma once
 /// \file
-/// A model that a test has written, taken through the real parser and realised, with its network: what the tests of
-/// automata, topologies, network and simulation stand on.
+/// A model that a test has written, parsed by the real parser and realised, with its network. The tests of automata,
+/// topologies and the network use it.
 
 #include <memory>
 #include <sstream>
 #include <string>
 
 #include "tests/support/ModelWriter.h"
+#include "tests/support/Printed.h"
 #include "vornrun/datastructures/eda/EDANetwork.h"
 #include "vornrun/datastructures/vorn/realisation/VornComponentRealisation.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
@@ -26,6 +27,7 @@ class RunningModel {
     const VornComponentImplementation* root() const noexcept { return mRoot; }
     VornComponentRealisation& realisation() noexcept { return *mRealisation; }
     GlobalValuation& valuation() noexcept { return *mValuation; }
+    const ValuationPtr& valuationPtr() const noexcept { return mValuation; }
     EDANetwork& network() noexcept { return *mNetwork; }
 
     EDA& eda(const std::string& component);
@@ -71,13 +73,5 @@ class RunningModel {
     ValuationPtr mValuation;
     std::unique_ptr<EDANetwork> mNetwork;
 };
-
-/// What a printable thing prints.
-template <class T>
-std::string printed(const T& thing) {
-    std::ostringstream text;
-    text << thing;
-    return text.str();
-}
 
 }  // namespace vornrun::test

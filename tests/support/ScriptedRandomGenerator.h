@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// A generator whose draws the test writes down, so that what chance decides is exact.
+/// A generator that gives the draws that the test has written.
 
 #include <gtest/gtest.h>
 
@@ -12,17 +12,17 @@
 #include <utility>
 #include <vector>
 
-#include "vornrun/algorithms/simulators/RandomGenerator.h"
+#include "vornrun/algorithms/simulators/random/RandomGenerator.h"
 
 namespace vornrun::test {
 
-/// One expected draw: its kind, what it gives, and the arguments with which it must be asked for, if the test cares.
+/// One expected draw: its kind, its result, and its arguments, if the test cares for them.
 struct ScriptedDraw {
     enum class Kind { Real, Exponential, Integer };
     Kind kind;
     double number = 0.0;
     unsigned long integer = 0;
-    std::optional<std::pair<double, double>> bounds = std::nullopt;  // the rate of an exponential stands twice
+    std::optional<std::pair<double, double>> bounds = std::nullopt;  // of an exponential: the rate, twice
     std::optional<std::pair<unsigned long, unsigned long>> integerBounds = std::nullopt;
 };
 

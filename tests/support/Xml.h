@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// XML elements as plain values: what the writers of model and property files make, and what a fault test takes apart.
+/// XML elements as plain values. The writers of model and property files make them; tests of faults change them.
 ///
 ///     Xml document = model.document();
 ///     document.first("ComponentImplementation").remove("flows");    // a fault
@@ -19,7 +19,7 @@ class Xml {
   public:
     explicit Xml(std::string name, std::string text = "");
     Xml(std::string name, std::vector<Xml> children);
-    /// Text that is written as it stands: markup of any kind, well-formed or not.
+    /// Text that is written as it is: markup of any kind, well-formed or not.
     static Xml raw(std::string markup);
 
     const std::string& name() const noexcept { return mName; }
@@ -33,7 +33,7 @@ class Xml {
     Xml& attribute(const std::string& name, const std::string& value);
     Xml& add(Xml child);
 
-    /// The descendant of that name which comes at place `index` from 0, in document order.
+    /// The descendant of that name at position `index` from 0, in document order.
     /// \throws std::logic_error when there are fewer, so that a fault test cannot pass by missing its target
     Xml& nth(const std::string& name, unsigned int index);
     Xml& first(const std::string& name) { return nth(name, 0); }

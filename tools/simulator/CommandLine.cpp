@@ -3,20 +3,21 @@
 #include <array>
 #include <boost/program_options.hpp>
 #include <iostream>
+#include <optional>
 #include <string_view>
-#include <utility>
+
+#include "vornrun/algorithms/simulators/strategies/StrategyTable.h"
 
 namespace po = boost::program_options;
 
 namespace {
 
-template <class Value>
-struct Word {
+struct LevelWord {
     std::string_view text;
-    Value value;
+    LogLevelName value;
 };
 
-constexpr std::array<Word<LogLevelName>, 6> kLogLevels{{
+constexpr std::array<LevelWord, 6> kLogLevels{{
     {"trace", LogLevelName::trace},
     {"debug", LogLevelName::debug},
     {"info", LogLevelName::info},
@@ -25,26 +26,25 @@ constexpr std::array<Word<LogLevelName>, 6> kLogLevels{{
     {"fatal", LogLevelName::fatal},
 }};
 
-constexpr std::array<Word<SimStrategy>, 6> kStrategies{{
-    {"asap", SimStrategy::asap},
-    {"event", SimStrategy::event},
-    {"input", SimStrategy::input},
-    {"local", SimStrategy::local},
-    {"maxtime", SimStrategy::maxtime},
-    {"progressive", SimStrategy::progressive},
-}};
+std::optional<LogLevelName> findLevel(std::string_view word) {
+    for (const LevelWord& level : kLogLevels)
+        if (level.text == word) return level.value;
+    return std::nullopt;
+}
 
-template <class Words>
-void validateWord(boost::any& value, const std::vector<std::string>& tokens, const Words& words, const char* fault) {
+std::optional<SimStrategy> findStrategy(std::string_view word) {
+    const vornrun::StrategyEntry* entry = vornrun::findStrategy(word);
+    if (entry == nullptr) return std::nullopt;
+    return static_cast<SimStrategy>(entry->number);
+}
+
+/// \param find gives the value of a word, if it has one
+template <class Find>
+void validateWord(boost::any& value, const std::vector<std::string>& tokens, const Find& find, const char* fault) {
     po::validators::check_first_occurrence(value);
-    const std::string& token = po::validators::get_single_string(tokens);
-    for (const auto& word : words) {
-        if (token == word.text) {
-            value = boost::any(word.value);
-            return;
-        }
-    }
-    throw po::validation_error(po::validation_error::invalid_option_value, fault, "");
+    const auto found = find(po::validators::get_single_string(tokens));
+    if (!found) throw po::validation_error(po::validation_error::invalid_option_value, fault, "");
+    value = boost::any(*found);
 }
 
 /// The options in their groups. All but the hidden ones are shown by --help, in the order of their declaration.
@@ -100,7 +100,7 @@ Options declareOptions(vornrun::Settings& settings, LogLevelName& level, SimStra
         .add(inputOptions(settings))
         .add(strategyOptions(settings, strategy));
     options.all.add(options.visible).add(hiddenOptions(settings));
-    // Room for a third free word, so that it meets the library's check for a repeated option and is refused by it.
+    // Room for a third free word: the library then refuses it as a repeated option.
     options.positional.add("input-file", 1).add("property-file", 2);
     return options;
 }
@@ -108,11 +108,11 @@ Options declareOptions(vornrun::Settings& settings, LogLevelName& level, SimStra
 }  // namespace
 
 void validate(boost::any& value, const std::vector<std::string>& tokens, LogLevelName*, int) {
-    validateWord(value, tokens, kLogLevels, "invalid log level");
+    validateWord(value, tokens, findLevel, "invalid log level");
 }
 
 void validate(boost::any& value, const std::vector<std::string>& tokens, SimStrategy*, int) {
-    validateWord(value, tokens, kStrategies, "invalid strategy name");
+    validateWord(value, tokens, findStrategy, "invalid strategy name");
 }
 
 bool parseCommandLine(int argc, char** argv, vornrun::Settings& settings) {

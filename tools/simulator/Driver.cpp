@@ -5,19 +5,15 @@
 #include <thread>
 #include <utility>
 
+#include "tools/simulator/ConsoleObserver.h"
 #include "vornrun/Log.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 #include "vornrun/algorithms/parser/VornXmlParser.h"
 #include "vornrun/algorithms/simulators/ChernoffGenerator.h"
 #include "vornrun/algorithms/simulators/PropertySimulator.h"
-#include "vornrun/algorithms/simulators/SimulationExceptions.h"
 #include "vornrun/algorithms/simulators/StaticGenerator.h"
-#include "vornrun/algorithms/simulators/strategies/AsapStrat.h"
-#include "vornrun/algorithms/simulators/strategies/EventsFirstStrat.h"
-#include "vornrun/algorithms/simulators/strategies/InputStrat.h"
-#include "vornrun/algorithms/simulators/strategies/LocalStrat.h"
-#include "vornrun/algorithms/simulators/strategies/MaxTimeProgressStrat.h"
-#include "vornrun/algorithms/simulators/strategies/ProgressiveStrat.h"
+#include "vornrun/algorithms/simulators/steps/SimulationExceptions.h"
+#include "vornrun/algorithms/simulators/strategies/StrategyTable.h"
 #include "vornrun/datastructures/property/CSLProbabilityStateFormula.h"
 #include "vornrun/datastructures/vorn/syntax/VornComponentImplementation.h"
 #include "vornrun/datastructures/vorn/syntax/VornSpecification.h"
@@ -26,12 +22,22 @@ namespace {
 
 const vornrun::Log sLogger("root.main");
 
+/// A parser. Why the XML library does not start is printed here, since the library itself prints nothing.
+std::unique_ptr<vornrun::VornXmlParser> makeParser(vornrun::parser::XmlContext& context) {
+    try {
+        return std::make_unique<vornrun::VornXmlParser>(context);
+    } catch (const vornrun::parser::XmlLibraryException& exception) {
+        std::cerr << exception.libraryText();
+        throw;
+    }
+}
+
 }  // namespace
 
 vornrun::VornSpecification* parseModel(const std::string& fileName) {
     vornrun::parser::XmlContext context;
     try {
-        const auto parser = std::make_unique<vornrun::VornXmlParser>(context);
+        const auto parser = makeParser(context);
         std::unique_ptr<vornrun::VornSpecification> specification(parser->parseVorn(fileName));
         VORNRUN_LOG(sLogger, Trace, *specification);
         return specification.release();
@@ -44,7 +50,7 @@ vornrun::VornSpecification* parseModel(const std::string& fileName) {
 std::vector<vornrun::CSLFormula*> parseProperty(const std::string& fileName) {
     vornrun::parser::XmlContext context;
     try {
-        const auto parser = std::make_unique<vornrun::VornXmlParser>(context);
+        const auto parser = makeParser(context);
         VORNRUN_LOG(sLogger, Info, "Parsing properties from: " << fileName);
         return parser->parseProperties(fileName);
     } catch (const vornrun::VornXmlException& exception) {
@@ -63,21 +69,7 @@ const vornrun::VornComponentImplementation* getRoot(const vornrun::VornSpecifica
 }
 
 std::unique_ptr<vornrun::SimulationStrategy> makeStrategy(SimStrategy strategy) {
-    switch (strategy) {
-        case SimStrategy::event:
-            return std::make_unique<vornrun::EventsFirstStrat>();
-        case SimStrategy::input:
-            return std::make_unique<vornrun::InputStrat>();
-        case SimStrategy::local:
-            return std::make_unique<vornrun::LocalStrat>();
-        case SimStrategy::maxtime:
-            return std::make_unique<vornrun::MaxTimeProgressStrat>();
-        case SimStrategy::progressive:
-            return std::make_unique<vornrun::ProgressiveStrat>();
-        case SimStrategy::asap:
-        default:
-            return std::make_unique<vornrun::AsapStrat>();
-    }
+    return vornrun::makeStrategy(static_cast<int>(strategy));
 }
 
 unsigned int workerCount(unsigned int requested, unsigned int detected) {
@@ -96,8 +88,10 @@ unsigned int workerCount(unsigned int requested, unsigned int detected) {
 vornrun::PropertySimulator* simulator(const vornrun::VornComponentImplementation* root,
                                       const vornrun::Settings& settings) {
     std::unique_ptr<vornrun::SimulationStrategy> strategy = makeStrategy(settings.strategy);
+    strategy->setConsole(&standardConsole());
     const unsigned int threadCount = workerCount(settings.threads, std::thread::hardware_concurrency());
     auto result = std::make_unique<vornrun::PropertySimulator>(root, strategy.release(), threadCount);
+    result->setObserver(&consoleObserver());
     result->ignoreBoundError = settings.ignoreBoundError;
     result->allowDeadlock = !settings.disallowDeadlock;
     result->stepBound = settings.stepBound;
@@ -118,7 +112,7 @@ void evaluateProperties(const Formulas& formulas, vornrun::PropertySimulator& pr
     }
     for (const auto& formula : formulas) {
         VORNRUN_LOG(sLogger, Info, "Evaluating property " << *formula);
-        // The parser delivers formulas of this class only. A probability is printed for each, whatever bound it states.
+        // The parser gives formulas of this class only. Each one gets a probability; its bound is not used.
         const vornrun::CSLPathFormula* path = static_cast<const vornrun::CSLProbabilityStateFormula&>(*formula).path();
         try {
             const auto [lower, upper] = propertySimulator.checkProbability(path, &generator);

@@ -28,7 +28,7 @@ std::string reasonOfTermination() {
     static thread_local bool reportingHere = false;
     if (reportingHere) std::abort();  // the report itself failed
     reportingHere = true;
-    // Of several threads that fail together the first reports and ends the process; the others wait for that end.
+    // When several threads fail together, the first one reports and ends the process. The others wait.
     while (reporting.test_and_set()) pause();
 
     std::cout.flush();

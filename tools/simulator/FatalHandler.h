@@ -1,8 +1,8 @@
 #pragma once
 /// \file
-/// The last words of a process that ends by an exception nobody caught.
+/// The message of a process that ends by an exception that nobody catches.
 
-/// From now on std::terminate(), on whatever thread, writes what standard output still holds, then one line to standard
-/// error, "vornrun: fatal: " and the exception's text, and ends the process with the abort signal. That is how an
-/// exception ends the process that leaves main(), or the function of a worker thread.
+/// From now on std::terminate() flushes standard output, writes one line to standard error, "vornrun: fatal: " and the
+/// text of the exception, and ends the process with the abort signal. This holds for every thread, and for an exception
+/// that leaves main().
 void installFatalHandler();

@@ -19,8 +19,8 @@ namespace {
 
 using boost::filesystem::path;
 
-/// The files that a configuration includes by lines of the form "include <file>", as the library reads them. Of a pipe
-/// or a device, which can be read but once, nothing is known.
+/// The files that a configuration includes by lines of the form "include <file>", as the library reads them. Empty for
+/// a pipe or a device, which can be read only once.
 std::vector<path> includedFiles(const path& file) {
     std::vector<path> result;
     boost::system::error_code unknown;
@@ -39,9 +39,9 @@ std::vector<path> includedFiles(const path& file) {
     return result;
 }
 
-/// Whether the file leads back to itself or to one on the way to it. The library would go on until the stack is full.
-/// \param open the files on the way to this one
-/// \param done files that are known not to lead back
+/// Whether the file includes itself or a file on the path to it. The library would recurse until the stack is full.
+/// \param open the files on the path to this one
+/// \param done files that are known not to include themselves
 bool includesItself(const path& file, std::vector<path>& open, std::set<path>& done) {
     if (std::find(open.begin(), open.end(), file) != open.end()) return true;
     if (done.contains(file)) return false;
@@ -68,7 +68,7 @@ std::string findLogConfiguration(const boost::filesystem::path& initialDirectory
                                  const boost::filesystem::path& executableDirectory) {
     for (const boost::filesystem::path& directory : {initialDirectory, executableDirectory}) {
         const boost::filesystem::path candidate = directory / "vornrun.properties";
-        // A directory that must not be searched holds no configuration for us; it is no reason to fail.
+        // A directory that we may not search has no configuration for us. That is no fault.
         boost::system::error_code ignored;
         if (boost::filesystem::exists(candidate, ignored)) return candidate.string();
     }
@@ -81,7 +81,7 @@ void setupLogging(std::string configFile) {
         configFile.clear();
     }
     std::ifstream stream(configFile);
-    // A folder opens like a file and fails with the first read only; an empty file just ends there.
+    // A folder opens like a file but fails at the first read. An empty file only ends there.
     if (stream) stream.peek();
     if (stream.fail()) {
         log4cplus::BasicConfigurator(log4cplus::Logger::getDefaultHierarchy()).configure();
@@ -89,8 +89,8 @@ void setupLogging(std::string configFile) {
         stream.clear();
         log4cplus::PropertyConfigurator(stream, log4cplus::Logger::getDefaultHierarchy()).configure();
     }
-    // A level that is no word of the library's leaves the root without any, and the library then throws wherever it is
-    // asked for one. The fault has been reported; the root keeps the level that the library starts with.
+    // An unknown word for the level leaves the root logger without a level, and the library then throws whenever it
+    // needs one. The library has reported the fault; the root gets the level that the library starts with.
     log4cplus::Logger root = log4cplus::Logger::getRoot();
     if (root.getLogLevel() == log4cplus::NOT_SET_LOG_LEVEL) root.setLogLevel(log4cplus::DEBUG_LOG_LEVEL);
     vornrun::Log::refreshLevels();

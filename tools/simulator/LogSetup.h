@@ -11,8 +11,8 @@ std::string findLogConfiguration(const boost::filesystem::path& initialDirectory
                                  const boost::filesystem::path& executableDirectory);
 
 /// Configures logging from a file in the logging library's own format. An empty name and a file that cannot be read
-/// select the basic configuration: everything from debug on to standard output. So does, with a line on standard error,
-/// a file that includes itself.
+/// select the basic configuration: all records from debug on go to standard output. A file that includes itself has the
+/// same effect and gives a line on standard error.
 void setupLogging(std::string configFile);
 
 /// Sets the root logger's level, a number of the logging library; -1 leaves it as it is.

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// All choices of a run, as the command line makes them.
+/// All choices of a run, which the command line sets.
 
 #include <cstdint>
 #include <string>
@@ -31,10 +31,10 @@ class Settings {
     std::string inputFile;     ///< path of the model
     std::string propertyFile;  ///< path of the properties
     std::int32_t logLevel;     ///< level of the root logger; -1 leaves it as the log configuration has it
-    std::uint32_t numTraces;   ///< fixed number of traces; 0 asks for as many as the Chernoff-Hoeffding bound says
+    std::uint32_t numTraces;   ///< fixed number of traces; 0 takes the number from the Chernoff-Hoeffding bound
     std::uint32_t stepBound;   ///< step bound of each trace
-    bool ignoreBoundError;     ///< drop a trace that exceeds the step bound, where otherwise the property is aborted
-    bool disallowDeadlock;     ///< abort the property at a deadlock, where otherwise the trace does not satisfy it
+    bool ignoreBoundError;     ///< a trace that hits the step bound still counts; otherwise the property is aborted
+    bool disallowDeadlock;     ///< abort the property at a deadlock; otherwise the trace counts as false
     double confidence;         ///< second argument of the Chernoff bound; unused under a fixed number of traces
     double errorBound;         ///< first argument of the Chernoff bound: half the width of the printed interval
     std::uint64_t seed;        ///< 0: a fresh seed in each run

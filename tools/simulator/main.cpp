@@ -13,8 +13,8 @@
 #include "vornrun/datastructures/vorn/syntax/VornSpecification.h"
 
 int main(int argc, char** argv) {
-    // No buffer: a progress character or a result that was written has reached its reader, however the process ends,
-    // be it by the arithmetic signal of a division by zero in the model or by the user's interrupt.
+    // No buffer: every written character reaches its reader, however the process ends. It may end by the arithmetic
+    // signal of a division by zero in the model, or by the user's interrupt.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     installFatalHandler();
 
@@ -33,7 +33,7 @@ int main(int argc, char** argv) {
     std::unique_ptr<vornrun::PropertySimulator> propertySimulator(simulator(root, settings));
     std::unique_ptr<vornrun::QuantitativeGenerator> generator = makeGenerator(settings);
 
-    // Read only now, so that a fault of the model is reported first.
+    // Read after the model, so that a fault of the model is reported first.
     Formulas formulas;
     for (const vornrun::CSLFormula* formula : parseProperty(settings.propertyFile)) formulas.emplace_back(formula);
     evaluateProperties(formulas, *propertySimulator, *generator);

@@ -1,8 +1,8 @@
 #pragma once
 /// \file
-/// The memory of the XML library while it reads documents, with bounds on it. A few lines of declarations can stand for
-/// gigabytes of text or for years of work (entities within entities, in contents, in attributes, in the declarations
-/// themselves), and the library's own limit counts only some of them. All of them show in what the library allocates.
+/// The memory of the XML library while it reads documents, with bounds on it. A few lines of declarations can expand to
+/// gigabytes of text or to years of work: entities within entities, in contents, in attributes, in the declarations
+/// themselves. The library's own limit counts only some of them, but all of them make the library allocate memory.
 
 #include <cstddef>
 #include <cstdint>
@@ -11,37 +11,36 @@
 
 namespace vornrun::parser {
 
-/// Refuses an allocation beyond its bounds with the library's OutOfMemoryException, for which the library is prepared.
-/// After the first refusal it refuses nothing more, so that the library can clean up. Gives back at its end what the
-/// library has lost on the way out of a fault.
+/// Refuses an allocation beyond its bounds with the library's OutOfMemoryException, which the library can handle. After
+/// the first refusal it refuses nothing more, so that the library can clean up. Its destructor frees the blocks that
+/// the library has lost because of a fault. Belongs to one thread.
 class BoundedMemory final : public xercesc::MemoryManager {
   public:
     /// Bytes in use at any time: a part for the library's tables, and a part for every byte of the documents. An
     /// element of the shortest kind takes 4 bytes of a file and about 200 in memory.
     static constexpr std::uint64_t IN_USE_BASE = std::uint64_t{64} << 20;
     static constexpr std::uint64_t IN_USE_PER_BYTE = 128;
-    /// Bytes allocated in the course of all reading, as the measure of work: each expansion of an entity allocates a
-    /// reader of some 200 KiB.
+    /// Bytes allocated in all, as the measure of work: each expansion of an entity allocates a reader of about 200 KiB.
     static constexpr std::uint64_t TOTAL_BASE = std::uint64_t{32} << 30;
     static constexpr std::uint64_t TOTAL_PER_BYTE = 4096;
 
     BoundedMemory() = default;
     BoundedMemory(const BoundedMemory&) = delete;
     BoundedMemory& operator=(const BoundedMemory&) = delete;
-    ~BoundedMemory() override;  // the blocks are a list of the library's, not objects
+    ~BoundedMemory() override;  // frees all blocks
 
-    /// Tells that so many bytes of a document have been read, which raises the bounds.
+    /// Raises the bounds: so many more bytes of a document have been read.
     void addDocumentBytes(std::size_t count) noexcept { mDocumentBytes += count; }
-    /// True once an allocation has been refused.
+    /// True after an allocation has been refused.
     bool exceeded() const noexcept { return mExceeded; }
 
     void* allocate(XMLSize_t size) override;
     void deallocate(void* block) override;
-    /// Exceptions outlive this object, hence their texts lie elsewhere.
+    /// The library's default manager: exceptions, with their texts, outlive this object.
     xercesc::MemoryManager* getExceptionMemoryManager() override;
 
   private:
-    /// Stands before each block.
+    /// The bytes before each block.
     struct alignas(std::max_align_t) Header {
         Header* next;
         Header* previous;

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// The door through which the two input files come in. A file may come from a stranger: nothing but the file itself is
-/// read for it, and what it makes the XML library do is bounded in time and memory.
+/// Reads the two input files. A file may be from a stranger: nothing outside the file is read, and the work of the XML
+/// library on it is bounded in time and memory.
 
 #include <memory>
 #include <string>
@@ -10,23 +10,23 @@
 
 namespace vornrun {
 
-/// Reads files into documents, which live as long as the reader. An external document type is left unread, which a
-/// WARN tells; references to other files in it, schema locations and inclusions are not followed.
+/// Reads files into documents, which live as long as the reader. An external document type is not read, with a WARN.
+/// Schema locations and inclusions are not followed. Belongs to one thread.
 class VornXmlParser::DocumentReader {
   public:
-    /// Entities that a document may refer to, counting every reference inside every replacement text. With the
-    /// library's own default of 50,000, files with a named character in each of many thousand names would be refused.
+    /// How many references to entities a document may have, those inside replacement texts included. The library's own
+    /// default of 50,000 is too low for files with a named character in each of many thousand names.
     static constexpr std::size_t ENTITY_EXPANSION_LIMIT = 100'000;
 
-    /// Elements within elements, and attributes of one element. The library's work for an element grows with the one,
-    /// its work for an attribute with the other, so that reading would not stay linear.
+    /// How deep elements may be nested, and how many attributes an element may have. The library's work for an element
+    /// grows with its depth, its work for an attribute with their number. Without limits, reading would not be linear.
     static constexpr std::size_t DEPTH_LIMIT = 30'000;
     static constexpr std::size_t ATTRIBUTE_LIMIT = 1'000;
 
     DocumentReader();
     DocumentReader(const DocumentReader&) = delete;
     DocumentReader& operator=(const DocumentReader&) = delete;
-    ~DocumentReader();  // the classes of the members are incomplete here
+    ~DocumentReader();  // in the source, where State is complete
 
     /// The document of a file; owned by the reader.
     /// \throws xercesc::SAXParseException, xercesc::XMLException, xercesc::DOMException as the library does: for a file

@@ -7,9 +7,11 @@
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/util/XMLString.hpp>
 
-#include "vornrun/algorithms/parser/StackGuard.h"
+#include "vornrun/StackGuard.h"
+#include "vornrun/algorithms/parser/ElementPlaces.h"
+#include "vornrun/algorithms/parser/Owned.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
-#include "vornrun/algorithms/parser/XmlName.h"
+#include "vornrun/algorithms/parser/XmlNameTable.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
 #include "vornrun/algorithms/vornconstructor/VornExpressionConstructor.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
@@ -19,6 +21,7 @@
 
 namespace vornrun {
 
+using parser::at;
 using parser::OperatorType;
 using parser::VornXmlCorruptedVornException;
 using parser::VornXmlUnexpectedValueException;
@@ -35,13 +38,18 @@ OperatorType parsedIntToOperatorType(int number) {
     return static_cast<OperatorType>(number);
 }
 
+OperatorType getOperatorContent(const DOMElement* element, std::string_view description) {
+    const int number = util::getIntegerNumberContent(element, description);
+    return placed(element, [&] { return parsedIntToOperatorType(number); });
+}
+
 }  // namespace parser
 
 namespace {
 
 using Tree = std::unique_ptr<VornExpressionTree>;
 
-// Numbers in `node_type` with a meaning of their own; all others only stand for a data type.
+// Numbers in `node_type` with a meaning of their own; all others only mean a data type.
 constexpr int ENUM_CONSTANT = 4;
 constexpr int MODE_CONSTANT = 13;
 constexpr int ERROR_STATE = 14;
@@ -79,10 +87,11 @@ std::optional<VornDataTypeTag> dataTypeOf(int nodeType) {
     }
 }
 
-VornDataTypeTag expectDataTypeOf(int nodeType) {
+/// \param element where the number is from
+VornDataTypeTag expectDataTypeOf(int nodeType, const DOMElement* element) {
     if (const std::optional<VornDataTypeTag> type = dataTypeOf(nodeType)) return *type;
-    throw VornXmlUnexpectedValueException("", "A nodetype encoding a datatype",
-                                          "Another nodetype: " + std::to_string(nodeType));
+    throw at(element, VornXmlUnexpectedValueException("", "A nodetype encoding a datatype",
+                                                      "Another nodetype: " + std::to_string(nodeType)));
 }
 
 /// The value has exactly the representation of the type.
@@ -99,7 +108,7 @@ VornValue* modeConstant(const std::string& name) {
     return value;
 }
 
-/// Keeps the operands when the operator does not take them, so that they are reclaimed.
+/// If the operator does not accept the operands, they stay with the caller, which deletes them.
 template <class Op>
 VornExpressionTree* binaryNode(Tree& left, Tree& right) {
     VornExpressionTree* const node = VornExpressionConstructor::expressionTree<Op>(left.get(), right.get());
@@ -157,14 +166,15 @@ VornExpressionTree* binaryNode(OperatorType op, Tree& left, Tree& right) {
 
 }  // namespace
 
-struct VornXmlParser::ExpressionParser::TypeNames {
-    parser::XmlName binary{"BinaryOperatorTreeNode"};
-    parser::XmlName unary{"UnaryOperatorTreeNode"};
-    parser::XmlName caseExpression{"CaseExpressionTreeNode"};
-    parser::XmlName boolean{"BooleanTreeNode"};
-    parser::XmlName number{"NumberTreeNode"};
-    parser::XmlName identifier{"IdentifierTreeNode"};
-    parser::XmlName trajectory{"TrajectoryEquationTreeNode"};
+class VornXmlParser::ExpressionParser::TypeNames final : public parser::XmlNameTable {
+  public:
+    const XMLCh* const binary = own("BinaryOperatorTreeNode");
+    const XMLCh* const unary = own("UnaryOperatorTreeNode");
+    const XMLCh* const caseExpression = own("CaseExpressionTreeNode");
+    const XMLCh* const boolean = own("BooleanTreeNode");
+    const XMLCh* const number = own("NumberTreeNode");
+    const XMLCh* const identifier = own("IdentifierTreeNode");
+    const XMLCh* const trajectory = own("TrajectoryEquationTreeNode");
 };
 
 VornXmlParser::ExpressionParser::ExpressionParser(parser::XmlContext& context)
@@ -173,7 +183,9 @@ VornXmlParser::ExpressionParser::ExpressionParser(parser::XmlContext& context)
 VornXmlParser::ExpressionParser::~ExpressionParser() = default;
 
 VornExpressionTree* VornXmlParser::ExpressionParser::parseSubexpression(const DOMElement* element) const {
-    if (stackNearlyExhausted()) throw VornXmlCorruptedVornException("Expression is nested too deeply");
+    if (stackNearlyExhausted()) throw at(element, VornXmlCorruptedVornException("Expression is nested too deeply"));
+    parser::OpenElements::Entry entry(mOpen);
+    entry.enter(element, sharedIdentifier(element));
     const XMLCh* const type = plainTypeAttribute(element);
     const auto is = [type](const XMLCh* name) { return xercesc::XMLString::equals(type, name); };
     if (is(mTypeNames->binary)) return parseBinaryExpression(element);
@@ -187,19 +199,19 @@ VornExpressionTree* VornXmlParser::ExpressionParser::parseSubexpression(const DO
             return parseVornValue(element);
         return parseIdentifierNode(element);
     }
-    throw VornXmlUnexpectedValueException("Unexpected node in epxression tree", "An expression type",
-                                          util::transcode(type));
+    throw at(element, VornXmlUnexpectedValueException("Unexpected node in epxression tree", "An expression type",
+                                                      util::transcode(type)));
 }
 
 VornVariable* VornXmlParser::ExpressionParser::parseIdentifierNode(const DOMElement* element) const {
     std::string name = getNameFromChildNodes(element);
     const int nodeType = getNodeTypeForExpressionNode(element);
-    const VornDataTypeTag type = expectDataTypeOf(nodeType);
+    const VornDataTypeTag type = expectDataTypeOf(nodeType, element);
     if (nodeType == ERROR_STATE) {
         // The error state of a component is its mode: the model has no variable of its own for it.
         const std::size_t suffix = name.find(".error");
         if (suffix == std::string::npos)
-            throw VornXmlCorruptedVornException("Error field did not contain expected .error specified");
+            throw at(element, VornXmlCorruptedVornException("Error field did not contain expected .error specified"));
         name.replace(suffix, std::string::npos, ".mode");
     }
     return VornExpressionConstructor::expressionVariable(type, name);
@@ -242,16 +254,17 @@ VornValue* VornXmlParser::ExpressionParser::parseVornValueOfGivenType(const DOME
 }
 
 int VornXmlParser::ExpressionParser::getNodeTypeForExpressionNode(const DOMElement* element) const {
-    const int number = util::getIntegerNumberContent(
-        expectChildNode(element, tags().nodeType, "Expression nodes need a node type to determine their data type."),
-        "Node types are encoded as integers.");
+    const DOMElement* const child =
+        expectRereadChild(element, tags().nodeType, "Expression nodes need a node type to determine their data type.");
+    const int number = util::getIntegerNumberContent(child, "Node types are encoded as integers.");
     if (number < 0 || number > LAST_NODE_TYPE || number == 17 || number == 18)
-        throw VornXmlUnexpectedValueException("", "A nodetype integer: {0,..16, 19, 20}", std::to_string(number));
+        throw at(child,
+                 VornXmlUnexpectedValueException("", "A nodetype integer: {0,..16, 19, 20}", std::to_string(number)));
     return number;
 }
 
 VornDataTypeTag VornXmlParser::ExpressionParser::getDataTypeForExpressionLeaves(const DOMElement* element) const {
-    return expectDataTypeOf(getNodeTypeForExpressionNode(element));
+    return expectDataTypeOf(getNodeTypeForExpressionNode(element), element);
 }
 
 VornExpressionTree* VornXmlParser::ExpressionParser::parseBinaryExpression(const DOMElement* element) const {
@@ -347,14 +360,14 @@ VornXmlParser::ExpressionParser::parseTuple(const DOMElement* element) const {
 }
 
 VornExpressionTree* VornXmlParser::ExpressionParser::parseTrajectoryNode(const DOMElement*) const {
-    // A trajectory within an expression says nothing of the present state: it is a term that holds.
+    // A trajectory within an expression does not restrict the present state: it is a term that is true.
     return constant(VornDataTypeTag::VornBool, true);
 }
 
 OperatorType VornXmlParser::ExpressionParser::parseOperator(const DOMElement* element) const {
-    return parser::parsedIntToOperatorType(util::getIntegerNumberContent(
+    return parser::getOperatorContent(
         expectChildNode(element, tags().expressionOperator, "Operator type has to be specified."),
-        "Operator types are encoded as integers"));
+        "Operator types are encoded as integers");
 }
 
 void VornXmlParser::ExpressionParser::warnOfMismatch(const VornExpressionTree& tree, VornDataTypeTag expected) const {

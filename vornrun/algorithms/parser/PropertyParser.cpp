@@ -1,10 +1,13 @@
 #include "vornrun/algorithms/parser/PropertyParser.h"
 
+#include <cassert>
 #include <xercesc/dom/DOMElement.hpp>
 
+#include "vornrun/StackGuard.h"
+#include "vornrun/algorithms/parser/ElementPlaces.h"
 #include "vornrun/algorithms/parser/ExpressionParser.h"
+#include "vornrun/algorithms/parser/Owned.h"
 #include "vornrun/algorithms/parser/PropertyXmlTags.h"
-#include "vornrun/algorithms/parser/StackGuard.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
 #include "vornrun/datastructures/property/CSLBinaryStateFormula.h"
@@ -16,6 +19,7 @@
 
 namespace vornrun {
 
+using parser::at;
 using parser::VornXmlCorruptedVornException;
 using parser::VornXmlUnexpectedNodeException;
 using xercesc::DOMElement;
@@ -25,27 +29,24 @@ namespace {
 
 bool isNamed(const DOMElement* element, const XMLCh* name) { return util::elemMatchesTag(element, name, true); }
 
-void refuseDeepNesting() {
-    if (stackNearlyExhausted()) throw VornXmlCorruptedVornException("Formula is nested too deeply");
+void refuseDeepNesting(const DOMElement* element) {
+    if (stackNearlyExhausted()) throw at(element, VornXmlCorruptedVornException("Formula is nested too deeply"));
 }
 
 }  // namespace
 
 VornXmlParser::PropertyParser::PropertyParser(parser::XmlContext& context, const ExpressionParser* expressionParser)
-    : AbstractVornXmlParser(context),
-      mExpressionParser(expressionParser),
-      mNames(std::make_unique<PropertyXmlTags>()) {}
+    : AbstractVornXmlParser(context), mExpressionParser(expressionParser), mNames(std::make_unique<PropertyXmlTags>()) {
+    shareWith(*expressionParser);
+}
 
 VornXmlParser::PropertyParser::~PropertyParser() = default;
 
 std::vector<CSLFormula*> VornXmlParser::PropertyParser::parseProperties(const DOMElement* root) {
-    std::vector<std::unique_ptr<CSLFormula>> formulas;
+    parser::Owned<CSLFormula> formulas;
     for (const DOMElement* child : listChildren(root))
         if (std::unique_ptr<CSLFormula> formula{parseProperty(child)}) formulas.push_back(std::move(formula));
-    std::vector<CSLFormula*> result;
-    result.reserve(formulas.size());
-    for (std::unique_ptr<CSLFormula>& formula : formulas) result.push_back(formula.release());
-    return result;
+    return parser::released(std::move(formulas));
 }
 
 CSLFormula* VornXmlParser::PropertyParser::parseProperty(const DOMElement* element) const {
@@ -62,8 +63,13 @@ CSLFormula* VornXmlParser::PropertyParser::parseProperty(const DOMElement* eleme
 }
 
 CSLStateFormula* VornXmlParser::PropertyParser::parseStateFormula(const DOMElement* element) const {
-    refuseDeepNesting();
-    while (isNamed(element, mNames->formula)) element = firstChild(element);
+    refuseDeepNesting(element);
+    parser::OpenElements::Entry entry(mOpenStateFormulas);
+    entry.enter(element, sharedIdentifier(element));
+    while (isNamed(element, mNames->formula)) {
+        element = firstChild(element);
+        entry.enter(element, sharedIdentifier(element));
+    }
     const auto is = [element](const XMLCh* name) { return isNamed(element, name); };
     if (is(mNames->probability)) return parseProbability(element);
     if (is(mNames->atomicProposition)) return parseProposition(element);
@@ -77,8 +83,8 @@ CSLStateFormula* VornXmlParser::PropertyParser::parseStateFormula(const DOMEleme
     }
     if (is(mNames->constantTrue)) return new CSLTrue;
     if (is(mNames->constantFalse)) return new CSLFalse;
-    throw VornXmlUnexpectedNodeException("Unknown state formula node", "State formula node",
-                                         util::nodeName(element, true));
+    throw at(element, VornXmlUnexpectedNodeException("Unknown state formula node", "State formula node",
+                                                     util::nodeName(element, true)));
 }
 
 CSLStateFormula* VornXmlParser::PropertyParser::parseProbability(const DOMElement* element) const {
@@ -91,13 +97,14 @@ CSLStateFormula* VornXmlParser::PropertyParser::parseProbability(const DOMElemen
 }
 
 CSLStateFormula* VornXmlParser::PropertyParser::parseProposition(const DOMElement* element) const {
-    std::unique_ptr<VornExpressionTree> tree{mExpressionParser->parseSubexpression(firstChild(element))};
-    if (tree == nullptr) throw VornXmlCorruptedVornException("Failed to parse expression in atomic proposition");
-    auto* const proposition = dynamic_cast<TypedVornExpressionTree<VornBool>*>(tree.get());
+    const DOMElement* const expression = firstChild(element);
+    std::unique_ptr<VornExpressionTree> tree{mExpressionParser->parseSubexpression(expression)};
+    if (tree == nullptr)
+        throw at(expression, VornXmlCorruptedVornException("Failed to parse expression in atomic proposition"));
+    auto proposition = parser::castOrDelete<TypedVornExpressionTree<VornBool>>(std::move(tree));
     if (proposition == nullptr)
-        throw VornXmlCorruptedVornException("Type of expression in atomic proposition is not boolean");
-    static_cast<void>(tree.release());
-    return new CSLPropositionStateFormula(proposition);
+        throw at(expression, VornXmlCorruptedVornException("Type of expression in atomic proposition is not boolean"));
+    return new CSLPropositionStateFormula(proposition.release());
 }
 
 template <class Op>
@@ -113,17 +120,20 @@ CSLProbabilityStateFormula::Operator VornXmlParser::PropertyParser::parseProbOpe
     if (findChildWithName(element, mNames->lessThan, true) != nullptr) return Operator::less;
     if (findChildWithName(element, mNames->greaterEqual, true) != nullptr) return Operator::greaterEqual;
     if (findChildWithName(element, mNames->greaterThan, true) != nullptr) return Operator::greater;
-    throw VornXmlCorruptedVornException("No or bad operator for P operator");
+    throw at(element, VornXmlCorruptedVornException("No or bad operator for P operator"));
 }
 
 CSLPathFormula* VornXmlParser::PropertyParser::parsePathFormula(const DOMElement* element) const {
-    refuseDeepNesting();
+    refuseDeepNesting(element);
+    parser::OpenElements::Entry entry(mOpenPathFormulas);
+    entry.enter(element, sharedIdentifier(element));
     while (isNamed(element, mNames->formula)) {
         if (element->getFirstElementChild() == nullptr)
-            throw VornXmlCorruptedVornException("Formula node has no child");
+            throw at(element, VornXmlCorruptedVornException("Formula node has no child"));
         element = firstChild(element);
+        entry.enter(element, sharedIdentifier(element));
     }
-    // Both bounds come first, whatever the kind: there is no unbounded formula.
+    // Both bounds are read before the kind: there is no formula without bounds.
     const DOMElement* lowerElement = expectValue(element, mNames->lowerBound, "Path formula missing lower bound");
     const DOMElement* upperElement = expectValue(element, mNames->upperBound, "Path formula missing upper bound");
     const double lower = util::getRealNumberContent(lowerElement, "Lower bound must be double");
@@ -137,8 +147,8 @@ CSLPathFormula* VornXmlParser::PropertyParser::parsePathFormula(const DOMElement
         std::unique_ptr<CSLStateFormula> operand = stateFormulaAt(element, 2);
         return new CSLNextPathFormula(operand.release(), lower, upper);
     }
-    throw VornXmlUnexpectedNodeException("Unknown path formula node", "Path formula node",
-                                         util::nodeName(element, true));
+    throw at(element, VornXmlUnexpectedNodeException("Unknown path formula node", "Path formula node",
+                                                     util::nodeName(element, true)));
 }
 
 std::unique_ptr<CSLStateFormula> VornXmlParser::PropertyParser::stateFormulaAt(const DOMElement* element,

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "vornrun/algorithms/parser/OpenElements.h"
 #include "vornrun/algorithms/parser/VornXmlParser.h"
 #include "vornrun/datastructures/property/CSLProbabilityStateFormula.h"
 
@@ -17,23 +18,25 @@ class CSLPathFormula;
 class CSLStateFormula;
 class PropertyXmlTags;
 
-/// Formulas of other kinds than `cslFormula` with a `p` on top are passed over with a DEBUG line. Within a `p` every
-/// fault stops the whole parse. All results are owned by the caller.
+/// A formula that is not a `cslFormula` with a `p` at its top is skipped with a DEBUG line. Within a `p` every fault
+/// stops the whole parse. The caller owns all results.
+/// \pre no element is null
 class VornXmlParser::PropertyParser final : public parser::AbstractVornXmlParser {
   public:
-    /// \param expressionParser borrowed, for atomic propositions
+    /// \param expressionParser for atomic propositions; not owned, not null, outlives this object
     PropertyParser(parser::XmlContext& context, const ExpressionParser* expressionParser);
-    ~PropertyParser() override;  // the class of the names is incomplete here
+    ~PropertyParser() override;  // in the source, where PropertyXmlTags is complete
 
     /// The formulas to be checked among the children of the root, in file order.
     std::vector<CSLFormula*> parseProperties(const xercesc::DOMElement* root);
     /// Null when the element is not a formula to be checked.
     CSLFormula* parseProperty(const xercesc::DOMElement* element) const;
-    // Both throw VornXmlCorruptedVornException "Formula is nested too deeply" when the stack does not suffice.
+    // Both throw VornXmlCorruptedVornException "Formula is nested too deeply" when the stack does not suffice, or
+    // with the identifier when the formula contains itself by references.
     CSLStateFormula* parseStateFormula(const xercesc::DOMElement* element) const;
     CSLPathFormula* parsePathFormula(const xercesc::DOMElement* element) const;
-    /// The comparison of a `comparisonOperator`; of several, `lessEqual` comes before `lessThan`, these two before
-    /// `greaterEqual`, and `greaterThan` last.
+    /// The comparison in a `comparisonOperator`. Of several, the first of this list counts: `lessEqual`, `lessThan`,
+    /// `greaterEqual`, `greaterThan`.
     CSLProbabilityStateFormula::Operator parseProbOperator(const xercesc::DOMElement* element) const;
 
   private:
@@ -49,6 +52,9 @@ class VornXmlParser::PropertyParser final : public parser::AbstractVornXmlParser
 
     const ExpressionParser* mExpressionParser;
     std::unique_ptr<PropertyXmlTags> mNames;
+    // Both are empty when no call is in progress.
+    mutable parser::OpenElements mOpenStateFormulas;
+    mutable parser::OpenElements mOpenPathFormulas;
 };
 
 }  // namespace vornrun

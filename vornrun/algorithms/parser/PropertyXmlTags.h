@@ -7,7 +7,7 @@
 namespace vornrun {
 
 /// `ltlFormula`, `ctlFormula`, `pctlFormula`, `mitlFormula`, `longRunAverage` and `expectedTime` are known names that
-/// no parser looks for: elements that carry them take the path of an unknown formula.
+/// no parser looks for: elements of these names are treated as unknown formulas.
 class PropertyXmlTags final : public parser::XmlNameTable {
   public:
     const XMLCh* const ltlFormula = own("ltlFormula");

@@ -1,11 +1,15 @@
 #include "vornrun/algorithms/parser/TypeDeclParser.h"
 
 #include <array>
+#include <cassert>
+#include <memory>
+#include <stdexcept>
 #include <utility>
 
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/dom/DOMNodeList.hpp>
 
+#include "vornrun/algorithms/parser/ElementPlaces.h"
 #include "vornrun/algorithms/parser/ExpressionParser.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
@@ -14,6 +18,7 @@
 
 namespace vornrun {
 
+using parser::at;
 using parser::util::elemMatchesTag;
 using parser::util::getBooleanContent;
 using parser::util::getNaturalNumberContent;
@@ -21,7 +26,10 @@ using parser::util::getRealNumberContent;
 using xercesc::DOMElement;
 
 VornXmlParser::TypeDeclParser::TypeDeclParser(parser::XmlContext& context, const ExpressionParser* expressionParser)
-    : AbstractVornXmlParser(context), mExpressionParser(expressionParser) {}
+    : AbstractVornXmlParser(context), mExpressionParser(expressionParser) {
+    assert(expressionParser != nullptr);
+    shareWith(*expressionParser);
+}
 
 void VornXmlParser::TypeDeclParser::parseSubpackageTypes(VornPackageConstructor& constructor,
                                                          const DOMElement* subpackage) const {
@@ -43,17 +51,14 @@ VornComponentDeclaration* VornXmlParser::TypeDeclParser::parseTypeDeclaration(co
 
     const std::string name = getNameFromChildNodes(element);
     const VornComponentCategory category = parseCategory(element);
-    Ports ports;
+    parser::Owned<VornPort> ports;
     for (const List& list : lists) {
         const DOMElement* found = findChildWithName(element, list.tag);
         if (found == nullptr) continue;
-        for (auto& port : parsePorts(found->getChildNodes(), list.type, list.direction))
+        for (auto& port : readPorts(found->getChildNodes(), list.type, list.direction))
             ports.push_back(std::move(port));
     }
-    std::vector<VornPort*> features;
-    features.reserve(ports.size());
-    for (auto& port : ports) features.push_back(port.release());
-    return new VornComponentDeclaration(name, category, features);
+    return new VornComponentDeclaration(name, category, parser::released(std::move(ports)));
 }
 
 VornComponentCategory VornXmlParser::TypeDeclParser::parseCategory(const DOMElement* element) const {
@@ -65,57 +70,64 @@ VornComponentCategory VornXmlParser::TypeDeclParser::parseCategory(const DOMElem
     const DOMElement* category = expectChildNode(element, tags().typeCategory, "type declarations need a category");
     const unsigned int number = getNaturalNumberContent(category, description);
     if (number >= categories.size())
-        throw parser::VornXmlUnexpectedValueException(description, "A category number from 0 to 8",
-                                                      std::to_string(number));
+        throw at(category, parser::VornXmlUnexpectedValueException(description, "A category number from 0 to 8",
+                                                                   std::to_string(number)));
     return categories[number];
 }
 
-VornXmlParser::TypeDeclParser::Ports VornXmlParser::TypeDeclParser::parsePorts(const xercesc::DOMNodeList* nodes,
-                                                                               PortType type,
-                                                                               PortDirection direction) const {
-    Ports ports;
+std::vector<VornPort*> VornXmlParser::TypeDeclParser::parsePorts(const xercesc::DOMNodeList* nodes, PortType type,
+                                                                 PortDirection direction) const {
+    return parser::released(readPorts(nodes, type, direction));
+}
+
+parser::Owned<VornPort> VornXmlParser::TypeDeclParser::readPorts(const xercesc::DOMNodeList* nodes, PortType type,
+                                                                 PortDirection direction) const {
+    assert(nodes != nullptr);
+    parser::Owned<VornPort> ports;
     // From sibling to sibling, since the list counts from its start for every index.
     for (const xercesc::DOMNode* node = nodes->item(0); node != nullptr; node = node->getNextSibling()) {
         if (node->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) continue;
-        // A reference stands in the list under its own name; what is read is its target.
+        // In the list, the name of the reference counts; what is read is its target.
         const auto* listed = static_cast<const DOMElement*>(node);
+        std::unique_ptr<VornPort> port;
         if (elemMatchesTag(listed, tags().errorEventPort)) {
-            ports.push_back(parseErrorPort(checkReference(listed), direction));
+            port.reset(parseErrorPort(reach(listed), direction));
         } else if (featureTagMatches(listed, type, direction)) {
-            const DOMElement* element = checkReference(listed);
-            ports.push_back(type == PortType::data ? parseDataPort(element, direction)
-                                                   : parseEventPort(element, direction));
+            const DOMElement* element = reach(listed);
+            if (type == PortType::data)
+                port.reset(parseDataPort(element, direction));
+            else
+                port.reset(parseEventPort(element, direction));
         } else {
             VORNRUN_LOG(
                 sLogger, Warn,
                 "[Incomplete parser warning:] Unknown port tag '" << parser::util::nodeName(listed) << "' ignored.");
+            continue;
         }
+        ports.push_back(std::move(port));
     }
     return ports;
 }
 
 bool VornXmlParser::TypeDeclParser::parseNonblocking(const DOMElement* element) const {
-    // The words speak of error ports, also where an out event port lacks the specifier.
+    // The text says "error port" for an out event port too.
     const DOMElement* nonblocking =
         expectChildNode(element, tags().nonblocking, "Error port requires nonblocking specifier");
     return getBooleanContent(nonblocking, "Nonblocking specifier must be boolean");
 }
 
-std::unique_ptr<VornPort> VornXmlParser::TypeDeclParser::parseEventPort(const DOMElement* element,
-                                                                        PortDirection direction) const {
+VornEventPort* VornXmlParser::TypeDeclParser::parseEventPort(const DOMElement* element, PortDirection direction) const {
     const std::string name = getNameFromChildNodes(element);
-    // Only out ports can be nonblocking: the specifier of an in port is not looked at.
+    // Only out ports can be nonblocking: the specifier of an in port is ignored.
     const bool nonblocking = direction == PortDirection::out && parseNonblocking(element);
-    return std::unique_ptr<VornPort>(VornPartsConstructor::createEventPort(name, direction, nonblocking));
+    return VornPartsConstructor::createEventPort(name, direction, nonblocking);
 }
 
-std::unique_ptr<VornPort> VornXmlParser::TypeDeclParser::parseErrorPort(const DOMElement* element,
-                                                                        PortDirection) const {
+VornErrorPort* VornXmlParser::TypeDeclParser::parseErrorPort(const DOMElement* element, PortDirection) const {
     const std::string name = getNameFromChildNodes(element);
     const bool nonblocking = parseNonblocking(element);
     const DOMElement* distribution = findChildWithName(element, tags().portDistribution);
-    if (distribution == nullptr)
-        return std::unique_ptr<VornPort>(VornPartsConstructor::createErrorPort(name, PortDirection::out, nonblocking));
+    if (distribution == nullptr) return VornPartsConstructor::createErrorPort(name, PortDirection::out, nonblocking);
 
     const unsigned int number = getNaturalNumberContent(distribution, "Distribution type");
     if (number != static_cast<unsigned int>(DistributionType::poisson))
@@ -125,18 +137,22 @@ std::unique_ptr<VornPort> VornXmlParser::TypeDeclParser::parseErrorPort(const DO
     const DOMElement* parameter =
         expectChildNode(element, tags().portParameter, "error port distribution need info about parameter");
     const double rate = getRealNumberContent(parameter, "port parameter should be a Real value");
-    return std::unique_ptr<VornPort>(
-        VornPartsConstructor::createErrorPort(name, PortDirection::out, nonblocking, DistributionType::poisson, rate));
+    try {
+        return VornPartsConstructor::createErrorPort(name, PortDirection::out, nonblocking, DistributionType::poisson,
+                                                     rate);
+    } catch (const std::invalid_argument&) {
+        notePlace(parameter);
+        throw;
+    }
 }
 
-std::unique_ptr<VornPort> VornXmlParser::TypeDeclParser::parseDataPort(const DOMElement* element,
-                                                                       PortDirection direction) const {
+VornDataPort* VornXmlParser::TypeDeclParser::parseDataPort(const DOMElement* element, PortDirection direction) const {
     const std::string name = getNameFromChildNodes(element);
     const PortTag tag = direction == PortDirection::out ? parsePortTag(element, name) : PortTag::none;
     const VornDataTypeTag type = getDataTypeFromChildNodes(element);
     const DOMElement* given = findChildWithName(element, tags().portDefaultValue);
     VornValue* defaultValue = given == nullptr ? nullptr : mExpressionParser->parseVornValueOfGivenType(given, type);
-    return std::unique_ptr<VornPort>(VornPartsConstructor::createDataPort(name, direction, type, defaultValue, tag));
+    return VornPartsConstructor::createDataPort(name, direction, type, defaultValue, tag);
 }
 
 PortTag VornXmlParser::TypeDeclParser::parsePortTag(const DOMElement* element, const std::string& portName) const {
@@ -147,7 +163,8 @@ PortTag VornXmlParser::TypeDeclParser::parsePortTag(const DOMElement* element, c
         getBooleanContent(expectChildNode(element, tags().portAlarm, "data port declarations need info about alarm"),
                           "port alarm should be a Boolean value");
     if (observable && alarm)
-        throw parser::MutualExclusiveException("feature " + portName + " declaration", "observable", "alarm");
+        throw at(element,
+                 parser::MutualExclusiveException("feature " + portName + " declaration", "observable", "alarm"));
     if (alarm) return PortTag::alarm;
     return observable ? PortTag::observable : PortTag::none;
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "vornrun/algorithms/parser/ElementPlaces.h"
 #include "vornrun/algorithms/parser/ExpressionParser.h"
 #include "vornrun/algorithms/parser/TypeImplParser.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
@@ -11,7 +12,10 @@
 
 namespace vornrun {
 
-using parser::util::getIntegerNumberContent;
+using parser::at;
+using parser::castOrDelete;
+using parser::parsedFrom;
+using parser::released;
 using parser::util::getNaturalNumberContent;
 using parser::util::getStringContent;
 using xercesc::DOMElement;
@@ -25,60 +29,54 @@ VornModeType modeTypeOf(unsigned int number) {
     return number < types.size() ? types[number] : error;
 }
 
-/// The tree as the class T, or null and the tree deleted when it is of another class.
-template <class T>
-std::unique_ptr<T> castOrDelete(std::unique_ptr<VornExpressionTree> tree) {
-    std::unique_ptr<T> result(dynamic_cast<T*>(tree.get()));
-    if (result != nullptr) static_cast<void>(tree.release());
-    return result;
-}
-
 template <class T>
 std::unique_ptr<VornTrajectoryEquation> trajectory(std::unique_ptr<TypedVornVariable<VornContinuous>> variable,
                                                    std::unique_ptr<VornExpressionTree> rate) {
-    // A rate is a constant: any other expression leaves a null.
+    // A rate is a constant: for any other expression the equation has a null.
     auto constant = castOrDelete<TypedVornValue<T>>(std::move(rate));
     return std::make_unique<TypedVornTrajectoryEquation<T>>(variable.release(), constant.release());
 }
 
 }  // namespace
 
-VornXmlParser::TypeImplParser::Owned<VornMode> VornXmlParser::TypeImplParser::parseModes(
-    const DOMElement* element) const {
+parser::Owned<VornMode> VornXmlParser::TypeImplParser::readModes(const DOMElement* element) const {
     const Elements elements = listChildrenWithTag(element, tags().mode);
-    if (elements.empty()) throw parser::VornXmlNodeMissingException("", "Mode", parser::util::nodeName(element));
-    Owned<VornMode> modes;
-    for (const DOMElement* mode : elements) modes.push_back(parseMode(mode));
-    return modes;
+    if (elements.empty())
+        throw at(element, parser::VornXmlNodeMissingException("", "Mode", parser::util::nodeName(element)));
+    return parsedFrom<VornMode>(elements, [&](const DOMElement* mode) { return parseMode(mode); });
 }
 
-std::unique_ptr<VornMode> VornXmlParser::TypeImplParser::parseMode(const DOMElement* element) const {
+std::vector<VornMode*> VornXmlParser::TypeImplParser::parseModes(const DOMElement* element) const {
+    return released(readModes(element));
+}
+
+VornMode* VornXmlParser::TypeImplParser::parseMode(const DOMElement* element) const {
     const std::string name = getNameFromChildNodes(element);
     const DOMElement* typeElement = expectChildNode(element, tags().modeType, "Mode type expected for modes");
     const VornModeType type = modeTypeOf(getNaturalNumberContent(typeElement, "Mode type"));
 
-    // Trajectories stand beside an invariant: without one they are not looked at.
+    // Trajectories belong to an invariant: without one they are not looked at.
     std::unique_ptr<VornLinearExpression> invariant;
     Owned<VornTrajectoryEquation> trajectories;
     if (const DOMElement* plain = findChildWithName(element, tags().modeInvariant)) {
         invariant = parseLinearExpression(plain, "Invariant is not of type BOOL", element,
                                           "Mode invariant was not properly preprocessed");
         if (const DOMElement* list = findChildWithName(element, tags().modeTrajectories))
-            trajectories = parseTrajectories(list);
+            trajectories = readTrajectories(list);
     }
-    std::vector<VornTrajectoryEquation*> equations;
-    equations.reserve(trajectories.size());
-    for (auto& equation : trajectories) equations.push_back(equation.release());
     const unsigned int id = VornComponentImplementationConstructor::mModeId++;
-    return std::make_unique<VornMode>(id, name, invariant.release(), equations, type);
+    return new VornMode(id, name, invariant.release(), released(std::move(trajectories)), type);
 }
 
-VornXmlParser::TypeImplParser::Owned<VornTrajectoryEquation> VornXmlParser::TypeImplParser::parseTrajectories(
-    const DOMElement* element) const {
+parser::Owned<VornTrajectoryEquation> VornXmlParser::TypeImplParser::readTrajectories(const DOMElement* element) const {
     Owned<VornTrajectoryEquation> trajectories;
     for (const DOMElement* equation : listOnlyChildrenWithTag(element, tags().trajectoryEquation))
         if (auto trajectory = parseTrajectory(equation)) trajectories.push_back(std::move(trajectory));
     return trajectories;
+}
+
+std::vector<VornTrajectoryEquation*> VornXmlParser::TypeImplParser::parseTrajectories(const DOMElement* element) const {
+    return released(readTrajectories(element));
 }
 
 std::unique_ptr<VornTrajectoryEquation> VornXmlParser::TypeImplParser::parseTrajectory(
@@ -88,8 +86,8 @@ std::unique_ptr<VornTrajectoryEquation> VornXmlParser::TypeImplParser::parseTraj
     std::unique_ptr<VornExpressionTree> rate(mExpressionParser->parseSubexpression(
         expectChildNode(element, tags().trajectoryExpression, "Trajectory must have expression")));
     auto variable = castOrDelete<TypedVornVariable<VornContinuous>>(std::move(left));
-    // A right side that could not be parsed leaves a null in an equation, so that the model is refused where the rate
-    // is needed instead of losing the equation in silence.
+    // A right side with a fault of types becomes a null in an equation. The model is then refused where the rate is
+    // needed; without the equation, the fault would go unnoticed.
     const VornDataTypeTag type = rate == nullptr ? VornDataTypeTag::VornReal : rate->type();
     switch (type) {
         case VornDataTypeTag::VornInt:
@@ -112,29 +110,27 @@ std::unique_ptr<TypedVornExpressionTree<VornBool>> VornXmlParser::TypeImplParser
     const DOMElement* element, const char* notBoolean) const {
     std::unique_ptr<VornExpressionTree> tree(mExpressionParser->parseSubexpression(element));
     auto result = castOrDelete<TypedVornExpressionTree<VornBool>>(std::move(tree));
-    if (result == nullptr) throw parser::VornXmlCorruptedVornException(notBoolean);
+    if (result == nullptr) throw at(element, parser::VornXmlCorruptedVornException(notBoolean));
     return result;
 }
 
 std::unique_ptr<VornLinearExpression> VornXmlParser::TypeImplParser::parseLinearExpression(
     const DOMElement* plain, const char* notBoolean, const DOMElement* parent, const char* noClauses) const {
     std::unique_ptr<TypedVornExpressionTree<VornBool>> tree = parseBoolean(plain, notBoolean);
-    Owned<Clause> parsed = parseClauses(expectChildNode(parent, tags().clauses, noClauses));
-    std::vector<Clause*> clauses;
-    clauses.reserve(parsed.size());
-    for (auto& clause : parsed) clauses.push_back(clause.release());
-    return std::make_unique<VornLinearExpression>(tree.release(), clauses);
+    Owned<Clause> clauses = readClauses(expectChildNode(parent, tags().clauses, noClauses));
+    return std::make_unique<VornLinearExpression>(tree.release(), released(std::move(clauses)));
 }
 
-VornXmlParser::TypeImplParser::Owned<Clause> VornXmlParser::TypeImplParser::parseClauses(
-    const DOMElement* element) const {
-    Owned<Clause> clauses;
-    for (const DOMElement* clause : listOnlyChildrenWithTag(element, tags().clause))
-        clauses.push_back(parseClause(clause));
-    return clauses;
+parser::Owned<Clause> VornXmlParser::TypeImplParser::readClauses(const DOMElement* element) const {
+    return parsedFrom<Clause>(listOnlyChildrenWithTag(element, tags().clause),
+                              [&](const DOMElement* clause) { return parseClause(clause); });
 }
 
-std::unique_ptr<Clause> VornXmlParser::TypeImplParser::parseClause(const DOMElement* element) const {
+std::vector<Clause*> VornXmlParser::TypeImplParser::parseClauses(const DOMElement* element) const {
+    return released(readClauses(element));
+}
+
+Clause* VornXmlParser::TypeImplParser::parseClause(const DOMElement* element) const {
     const DOMElement* condition = findChildWithName(element, tags().clauseCondition);
     std::unique_ptr<TypedVornExpressionTree<VornBool>> tree;
     if (condition != nullptr) tree = parseBoolean(condition, "Clause condition is not of type BOOL");
@@ -143,20 +139,19 @@ std::unique_ptr<Clause> VornXmlParser::TypeImplParser::parseClause(const DOMElem
     const DOMElement* equations = findChildWithName(element, tags().clauseEquations);
     if (equations != nullptr) {
         for (const DOMElement* equation : listChildrenWithTag(equations, tags().linExp))
-            clause->addExpr(parseLinExp(equation).release());
+            clause->addExpr(parseLinExp(equation));
     } else if (condition == nullptr) {
-        throw parser::VornXmlCorruptedVornException(
-            "Invariant clause has no children, needs condition or linear expressions");
+        throw at(element, parser::VornXmlCorruptedVornException(
+                              "Invariant clause has no children, needs condition or linear expressions"));
     }
-    return clause;
+    return clause.release();
 }
 
-std::unique_ptr<LinExp> VornXmlParser::TypeImplParser::parseLinExp(const DOMElement* element) const {
+LinExp* VornXmlParser::TypeImplParser::parseLinExp(const DOMElement* element) const {
     std::unique_ptr<VornExpressionTree> constant(mExpressionParser->parseSubexpression(
         expectChildNode(element, tags().linExpConstant, "LinExp must have constant expression")));
-    const int number = getIntegerNumberContent(
+    const parser::OperatorType op = parser::getOperatorContent(
         expectChildNode(element, tags().linExpOperator, "LinExp must have operator"), "Operator must be integer");
-    const parser::OperatorType op = parser::parsedIntToOperatorType(number);
     auto comparison = std::make_unique<LinExp>(constant.release(), op);
 
     const DOMElement* terms = expectChildNode(element, tags().linExpTerms, "LinExp must have terms");
@@ -165,22 +160,23 @@ std::unique_ptr<LinExp> VornXmlParser::TypeImplParser::parseLinExp(const DOMElem
         const DOMElement* var = expectChildNode(term, tags().termVariable, "Term must have variable");
         std::unique_ptr<VornExpressionTree> coefficient(mExpressionParser->parseSubexpression(factor));
         std::unique_ptr<VornExpressionTree> variable(mExpressionParser->parseSubexpression(var));
-        // The same name stands for the value and, once variables are resolved, for the rate.
+        // The same name means the value and, once variables are resolved, the rate.
         std::unique_ptr<VornExpressionTree> rate(variable == nullptr ? nullptr : variable->clone());
         comparison->addTerm(variable.release(), rate.release(), coefficient.release());
     }
-    return comparison;
+    return comparison.release();
 }
 
-VornXmlParser::TypeImplParser::Owned<VornTransition> VornXmlParser::TypeImplParser::parseTransitions(
-    const DOMElement* element) const {
-    Owned<VornTransition> transitions;
-    for (const DOMElement* transition : listOnlyChildrenWithTag(element, tags().modeTransition))
-        transitions.push_back(parseTransition(transition));
-    return transitions;
+parser::Owned<VornTransition> VornXmlParser::TypeImplParser::readTransitions(const DOMElement* element) const {
+    return parsedFrom<VornTransition>(listOnlyChildrenWithTag(element, tags().modeTransition),
+                                      [&](const DOMElement* transition) { return parseTransition(transition); });
 }
 
-std::unique_ptr<VornTransition> VornXmlParser::TypeImplParser::parseTransition(const DOMElement* element) const {
+std::vector<VornTransition*> VornXmlParser::TypeImplParser::parseTransitions(const DOMElement* element) const {
+    return released(readTransitions(element));
+}
+
+VornTransition* VornXmlParser::TypeImplParser::parseTransition(const DOMElement* element) const {
     const std::string source =
         getStringContent(expectChildNode(element, tags().sourceMode, "Transition needs a source"));
     const std::string target =
@@ -194,31 +190,24 @@ std::unique_ptr<VornTransition> VornXmlParser::TypeImplParser::parseTransition(c
     if (const DOMElement* plain = findChildWithName(label, tags().transitionGuard))
         guard = parseLinearExpression(plain, "Transition guard is not of type BOOL", label,
                                       "Target guard was not properly preprocessed");
-    Owned<VornAssignment> parsed;
-    if (const DOMElement* list = findChildWithName(label, tags().transitionEffects)) parsed = parseEffects(list);
-
-    std::vector<VornAssignment*> effects;
-    effects.reserve(parsed.size());
-    for (auto& effect : parsed) effects.push_back(effect.release());
-    const unsigned int id = VornComponentImplementationConstructor::mTransitionId++;
-    return std::make_unique<VornTransition>(id, source, target, trigger.release(), guard.release(), effects);
-}
-
-VornXmlParser::TypeImplParser::Owned<VornAssignment> VornXmlParser::TypeImplParser::parseEffects(
-    const DOMElement* element) const {
     Owned<VornAssignment> effects;
-    for (const DOMElement* effect : listChildrenWithTag(element, tags().effect))
-        effects.push_back(parseAssignment(effect));
-    return effects;
+    if (const DOMElement* list = findChildWithName(label, tags().transitionEffects)) effects = readEffects(list);
+    const unsigned int id = VornComponentImplementationConstructor::mTransitionId++;
+    return new VornTransition(id, source, target, trigger.release(), guard.release(), released(std::move(effects)));
 }
 
-std::unique_ptr<VornAssignment> VornXmlParser::TypeImplParser::parseAssignment(const DOMElement* element) const {
+parser::Owned<VornAssignment> VornXmlParser::TypeImplParser::readEffects(const DOMElement* element) const {
+    return parsedFrom<VornAssignment>(listChildrenWithTag(element, tags().effect),
+                                      [&](const DOMElement* effect) { return parseAssignment(effect); });
+}
+
+VornAssignment* VornXmlParser::TypeImplParser::parseAssignment(const DOMElement* element) const {
     const DOMElement* left = expectChildNode(element, tags().left, "Assignments require a left hand side.");
     const DOMElement* right = expectChildNode(element, tags().right, "Assignments require a right hand side.");
     std::unique_ptr<VornVariable> variable(mExpressionParser->parseIdentifierNode(left));
-    // A right side that could not be parsed is passed on as null; its fault is logged.
+    // A right side with a fault of types is null; the fault is logged already.
     std::unique_ptr<VornExpressionTree> value(mExpressionParser->parseSubexpression(right));
-    return std::make_unique<VornAssignment>(variable.release(), value.release());
+    return new VornAssignment(variable.release(), value.release());
 }
 
 }  // namespace vornrun

@@ -1,8 +1,10 @@
 #include "vornrun/algorithms/parser/TypeImplParser.h"
 
+#include <cassert>
 #include <stdexcept>
 #include <utility>
 
+#include "vornrun/algorithms/parser/ElementPlaces.h"
 #include "vornrun/algorithms/parser/ExpressionParser.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
@@ -11,20 +13,14 @@
 
 namespace vornrun {
 
+using parser::parsedFrom;
+using parser::placed;
+using parser::released;
 using parser::util::getBooleanContent;
 using parser::util::getStringContent;
 using xercesc::DOMElement;
 
 namespace {
-
-/// Hands the objects over to a constructor that adopts them.
-template <class T>
-std::vector<T*> released(std::vector<std::unique_ptr<T>> owned) {
-    std::vector<T*> result;
-    result.reserve(owned.size());
-    for (auto& object : owned) result.push_back(object.release());
-    return result;
-}
 
 struct ImplementationName {
     std::string type;
@@ -52,7 +48,10 @@ const VornComponentDeclaration* declarationOf(const VornPackageConstructor& cons
 }  // namespace
 
 VornXmlParser::TypeImplParser::TypeImplParser(parser::XmlContext& context, const ExpressionParser* expressionParser)
-    : AbstractVornXmlParser(context), mExpressionParser(expressionParser) {}
+    : AbstractVornXmlParser(context), mExpressionParser(expressionParser) {
+    assert(expressionParser != nullptr);
+    shareWith(*expressionParser);
+}
 
 void VornXmlParser::TypeImplParser::parseSubpackageImpls(VornPackageConstructor& constructor,
                                                          const DOMElement* subpackage) const {
@@ -64,25 +63,27 @@ void VornXmlParser::TypeImplParser::parseSubpackageImpls(VornPackageConstructor&
 
 VornComponentImplementation* VornXmlParser::TypeImplParser::parseComponentImplementation(
     const DOMElement* element, const VornPackageConstructor& constructor) const {
-    const ImplementationName name = splitName(getNameFromChildNodes(element));
-    const VornComponentDeclaration* declaration = declarationOf(constructor, name.type);
+    const DOMElement* const nameElement = expectChildNode(element, tags().name, "");
+    const ImplementationName name = placed(nameElement, [&] { return splitName(getStringContent(nameElement)); });
+    const VornComponentDeclaration* declaration =
+        placed(nameElement, [&] { return declarationOf(constructor, name.type); });
 
     // The order of reading is the order in which the parts are numbered.
-    Owned<VornMode> modes = parseModes(expectChildNode(element, tags().modes, "Implementations require modes"));
+    Owned<VornMode> modes = readModes(expectChildNode(element, tags().modes, "Implementations require modes"));
     Owned<VornTransition> transitions =
-        parseTransitions(expectChildNode(element, tags().normalModeTransitions, "We expect a list of transitions"));
+        readTransitions(expectChildNode(element, tags().normalModeTransitions, "We expect a list of transitions"));
     Owned<VornTransition> reactivations;
     if (const DOMElement* list = findChildWithName(element, tags().reactivationModeTransitions))
-        reactivations = parseTransitions(list);
-    Owned<VornConnection> connections = parseConnections(
+        reactivations = readTransitions(list);
+    Owned<VornConnection> connections = readConnections(
         expectChildNode(element, tags().dataPortConnections, "We expect a list of data connections"), false);
-    for (auto& connection : parseConnections(
+    for (auto& connection : readConnections(
              expectChildNode(element, tags().eventPortConnections, "We expect a list of event connections"), true))
         connections.push_back(std::move(connection));
-    Owned<VornFlow> flows = parseFlows(expectChildNode(element, tags().flows, "We expect a list of flows"));
-    Owned<VornSubComponent> subcomponents = parseSubcomponents(
+    Owned<VornFlow> flows = readFlows(expectChildNode(element, tags().flows, "We expect a list of flows"));
+    Owned<VornSubComponent> subcomponents = readSubcomponents(
         expectChildNode(element, tags().nonDataSubcomponents, "Expects a dictionary with subcomponents"));
-    Owned<VornDataSubcomponent> data = parseDataSubcomponents(
+    Owned<VornDataSubcomponent> data = readDataSubcomponents(
         expectChildNode(element, tags().dataSubcomponents, "Expects a dictionary with datasubcomponents"));
 
     return new VornComponentImplementation(name.own, declaration, released(std::move(subcomponents)),
@@ -91,16 +92,19 @@ VornComponentImplementation* VornXmlParser::TypeImplParser::parseComponentImplem
                                            released(std::move(transitions)), released(std::move(reactivations)));
 }
 
-VornXmlParser::TypeImplParser::Owned<VornConnection> VornXmlParser::TypeImplParser::parseConnections(
-    const DOMElement* element, bool isEvent) const {
-    Owned<VornConnection> connections;
-    for (const DOMElement* connection : listOnlyChildrenWithTag(element, tags().portConnection))
-        connections.push_back(parseConnection(connection, isEvent));
-    return connections;
+parser::Owned<VornConnection> VornXmlParser::TypeImplParser::readConnections(const DOMElement* element,
+                                                                             bool isEvent) const {
+    return parsedFrom<VornConnection>(
+        listOnlyChildrenWithTag(element, tags().portConnection),
+        [&](const DOMElement* connection) { return parseConnection(connection, isEvent); });
 }
 
-std::unique_ptr<VornConnection> VornXmlParser::TypeImplParser::parseConnection(const DOMElement* element,
-                                                                               bool isEvent) const {
+std::vector<VornConnection*> VornXmlParser::TypeImplParser::parseConnections(const DOMElement* element,
+                                                                             bool isEvent) const {
+    return released(readConnections(element, isEvent));
+}
+
+VornConnection* VornXmlParser::TypeImplParser::parseConnection(const DOMElement* element, bool isEvent) const {
     auto source = std::make_unique<VornReference>(
         getStringContent(expectChildNode(element, tags().sourcePort, "Port connection requires a source port")));
     auto target = std::make_unique<VornReference>(
@@ -109,42 +113,46 @@ std::unique_ptr<VornConnection> VornXmlParser::TypeImplParser::parseConnection(c
     const DOMElement* passive =
         expectChildNode(element, tags().portConnectionPassive, "Port connection requires passive specifier");
     const bool isPassive = getBooleanContent(passive, "Passive specifier must be boolean");
-    return std::make_unique<VornConnection>(source.release(), target.release(), isEvent, std::move(modes), isPassive);
+    return new VornConnection(source.release(), target.release(), isEvent, std::move(modes), isPassive);
 }
 
-VornXmlParser::TypeImplParser::Owned<VornFlow> VornXmlParser::TypeImplParser::parseFlows(
-    const DOMElement* element) const {
-    Owned<VornFlow> flows;
-    for (const DOMElement* flow : listOnlyChildrenWithTag(element, tags().flow)) flows.push_back(parseFlow(flow));
-    return flows;
+parser::Owned<VornFlow> VornXmlParser::TypeImplParser::readFlows(const DOMElement* element) const {
+    return parsedFrom<VornFlow>(listOnlyChildrenWithTag(element, tags().flow),
+                                [&](const DOMElement* flow) { return parseFlow(flow); });
 }
 
-std::unique_ptr<VornFlow> VornXmlParser::TypeImplParser::parseFlow(const DOMElement* element) const {
+std::vector<VornFlow*> VornXmlParser::TypeImplParser::parseFlows(const DOMElement* element) const {
+    return released(readFlows(element));
+}
+
+VornFlow* VornXmlParser::TypeImplParser::parseFlow(const DOMElement* element) const {
     const DOMElement* expression = expectChildNode(element, tags().expression, "flow requires expression");
     const DOMElement* left = expectChildNode(expression, tags().left, "Flow expressions require a left hand side.");
     const DOMElement* right = expectChildNode(expression, tags().right, "Flow expressions require a right hand side.");
     std::unique_ptr<VornVariable> variable(mExpressionParser->parseIdentifierNode(left));
     std::unique_ptr<VornExpressionTree> value(mExpressionParser->parseSubexpression(right));
     std::vector<std::string> modes = inModes(element);
-    return std::make_unique<VornFlow>(variable.release(), value.release(), std::move(modes));
+    return new VornFlow(variable.release(), value.release(), std::move(modes));
 }
 
-VornXmlParser::TypeImplParser::Owned<VornSubComponent> VornXmlParser::TypeImplParser::parseSubcomponents(
-    const DOMElement* element) const {
-    Owned<VornSubComponent> subcomponents;
-    for (const DOMElement* subcomponent : listOnlyChildrenWithTag(element, tags().nonDataSubcomponent))
-        subcomponents.push_back(parseSubcomponent(subcomponent));
-    return subcomponents;
+parser::Owned<VornSubComponent> VornXmlParser::TypeImplParser::readSubcomponents(const DOMElement* element) const {
+    return parsedFrom<VornSubComponent>(
+        listOnlyChildrenWithTag(element, tags().nonDataSubcomponent),
+        [&](const DOMElement* subcomponent) { return parseSubcomponent(subcomponent); });
 }
 
-std::unique_ptr<VornSubComponent> VornXmlParser::TypeImplParser::parseSubcomponent(const DOMElement* element) const {
+std::vector<VornSubComponent*> VornXmlParser::TypeImplParser::parseSubcomponents(const DOMElement* element) const {
+    return released(readSubcomponents(element));
+}
+
+VornSubComponent* VornXmlParser::TypeImplParser::parseSubcomponent(const DOMElement* element) const {
     const std::string name = getNameFromChildNodes(element);
     const std::string reference = getStringContent(
         expectChildNode(element, tags().implementationRef, "subcomponent needs a implementation reference"));
     std::vector<VornBinding> bindings = parseSubcomponentBindings(element);
     std::vector<std::string> modes = inModes(element);
     const unsigned int id = VornComponentImplementationConstructor::mSubcompId++;
-    return std::make_unique<VornSubComponent>(id, name, reference, std::move(bindings), std::move(modes));
+    return new VornSubComponent(id, name, reference, std::move(bindings), std::move(modes));
 }
 
 std::vector<VornBinding> VornXmlParser::TypeImplParser::parseSubcomponentBindings(const DOMElement* element) const {
@@ -164,16 +172,18 @@ std::vector<VornBinding> VornXmlParser::TypeImplParser::parseSubcomponentBinding
     return bindings;
 }
 
-VornXmlParser::TypeImplParser::Owned<VornDataSubcomponent> VornXmlParser::TypeImplParser::parseDataSubcomponents(
+parser::Owned<VornDataSubcomponent> VornXmlParser::TypeImplParser::readDataSubcomponents(
     const DOMElement* element) const {
-    Owned<VornDataSubcomponent> data;
-    for (const DOMElement* variable : listOnlyChildrenWithTag(element, tags().dataSubcomponent))
-        data.push_back(parseDataSubcomponent(variable));
-    return data;
+    return parsedFrom<VornDataSubcomponent>(listOnlyChildrenWithTag(element, tags().dataSubcomponent),
+                                            [&](const DOMElement* data) { return parseDataSubcomponent(data); });
 }
 
-std::unique_ptr<VornDataSubcomponent> VornXmlParser::TypeImplParser::parseDataSubcomponent(
+std::vector<VornDataSubcomponent*> VornXmlParser::TypeImplParser::parseDataSubcomponents(
     const DOMElement* element) const {
+    return released(readDataSubcomponents(element));
+}
+
+VornDataSubcomponent* VornXmlParser::TypeImplParser::parseDataSubcomponent(const DOMElement* element) const {
     const std::string name = getNameFromChildNodes(element);
     const VornDataTypeTag type = getDataTypeFromChildNodes(element);
     std::vector<std::string> modes = inModes(element);
@@ -184,11 +194,10 @@ std::unique_ptr<VornDataSubcomponent> VornXmlParser::TypeImplParser::parseDataSu
     if (const DOMElement* value = findChildWithName(element, tags().dataSubcomponentDefaultValue))
         given.reset(mExpressionParser->parseVornValueOfGivenType(value, type));
 
-    return withTagClass(type, [&]<class T>() -> std::unique_ptr<VornDataSubcomponent> {
-        // A value of a given type has that type, so that the cast only fails on a null.
-        auto* defaultValue = dynamic_cast<TypedVornValue<T>*>(given.get());
-        if (defaultValue != nullptr) static_cast<void>(given.release());
-        return std::make_unique<TypedVornDataSubcomponent<T>>(name, defaultValue, std::move(modes), isObservable);
+    return withTagClass(type, [&]<class T>() -> VornDataSubcomponent* {
+        // The value has the type that was asked for, so that the cast fails only for a null.
+        auto defaultValue = parser::castOrDelete<TypedVornValue<T>>(std::move(given));
+        return new TypedVornDataSubcomponent<T>(name, defaultValue.release(), std::move(modes), isObservable);
     });
 }
 

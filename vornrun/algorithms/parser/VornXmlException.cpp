@@ -30,6 +30,9 @@ const char* VornXmlException::what() const noexcept {
 
 namespace parser {
 
+XmlLibraryException::XmlLibraryException(std::string libraryText)
+    : VornXmlParserException("Failure initializing xerces"), mLibraryText(std::move(libraryText)) {}
+
 VornXmlUnexpected_Exception::VornXmlUnexpected_Exception(std::string description, std::string expected,
                                                          std::string found)
     : VornXmlException(std::move(description)), mExpected(std::move(expected)), mFound(std::move(found)) {}

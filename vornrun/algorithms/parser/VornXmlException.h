@@ -1,9 +1,13 @@
 #pragma once
 /// \file
-/// The faults of the two input files. what() frames a description with the kind of the fault.
+/// The faults of the two input files.
 
 #include <exception>
+#include <optional>
 #include <string>
+#include <utility>
+
+#include "vornrun/algorithms/parser/SourcePlace.h"
 
 namespace vornrun {
 
@@ -11,6 +15,7 @@ namespace vornrun {
 class VornXmlException : public std::exception {
   public:
     explicit VornXmlException(std::string description);
+    /// \param line becomes a part of what(); it is not place()
     VornXmlException(std::string description, unsigned int line);
 
     /// "Error while parsing: " (with a line: "Error while parsing on line: N "), the description, and the kind of the
@@ -18,12 +23,18 @@ class VornXmlException : public std::exception {
     const char* what() const noexcept override;
     /// The kind of the fault.
     virtual std::string errorTypeMsg() const { return "General parser error"; }
+    /// What is wrong; may be empty.
     virtual std::string errorDescription() const { return mDescription; }
+
+    /// Where the fault is; none when that is unknown, or when the file as a whole is at fault. Not a part of what().
+    const std::optional<SourcePlace>& place() const noexcept { return mPlace; }
+    void setPlace(std::optional<SourcePlace> place) { mPlace = std::move(place); }
 
   private:
     std::string mDescription;
     unsigned int mLine;
     bool mHasLine;
+    std::optional<SourcePlace> mPlace;
     mutable std::string mWhat;  // filled by what(), which must return storage that outlives the call
 };
 
@@ -33,6 +44,17 @@ class VornXmlParserException : public VornXmlException {
   public:
     using VornXmlException::VornXmlException;
     std::string errorTypeMsg() const override { return "Parser failed."; }
+};
+
+/// The XML library could not be started.
+class XmlLibraryException final : public VornXmlParserException {
+  public:
+    /// \param libraryText what the library says, in whole lines
+    explicit XmlLibraryException(std::string libraryText);
+    const std::string& libraryText() const noexcept { return mLibraryText; }
+
+  private:
+    std::string mLibraryText;
 };
 
 class VornInvalidXmlException : public VornXmlException {
@@ -47,7 +69,7 @@ class VornXmlCorruptedVornException : public VornXmlException {
     std::string errorTypeMsg() const override { return "Xml encoded invalid vorn."; }
 };
 
-/// Something else stands where a thing was expected.
+/// Another thing than the expected one was found.
 class VornXmlUnexpected_Exception : public VornXmlException {
   public:
     VornXmlUnexpected_Exception(std::string description, std::string expected, std::string found);

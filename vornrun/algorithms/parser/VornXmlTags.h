@@ -1,14 +1,14 @@
 #pragma once
 /// \file
-/// The element names of the model file, transcoded once per parser. A name that stands in several families of elements
-/// is a field of each family, so that a family can change its spelling alone.
+/// The names of elements and attributes in the model file, transcoded once per parser. A name of several families of
+/// elements is a field of each family, so that a family can change its spelling alone.
 
 #include "vornrun/algorithms/parser/XmlNameTable.h"
 
 namespace vornrun {
 
 /// `modeInvariants`, `portPassive` and `probabilisticModeTransitions` are known names that no parser reads: elements
-/// that carry them are passed over.
+/// of these names are passed over.
 class VornXmlTags final : public parser::XmlNameTable {
   public:
     const XMLCh* const clause = own("Clause");
@@ -101,6 +101,15 @@ class VornXmlTags final : public parser::XmlNameTable {
     const XMLCh* const types = own("types");
     const XMLCh* const value = own("value");
     const XMLCh* const number = own("number");
+};
+
+/// The attributes that a parser of either file reads, and "key", which the format has and no parser reads.
+class VornXmlAttributes final : public parser::XmlNameTable {
+  public:
+    const XMLCh* const key = own("key");
+    const XMLCh* const type = own("type");
+    const XMLCh* const objid = own("objid");
+    const XMLCh* const objref = own("objref");
 };
 
 }  // namespace vornrun

@@ -1,6 +1,7 @@
 #pragma once
 /// \file
-/// A set of element names, each transcoded once, so that comparing one with a name of a document allocates nothing.
+/// Names of elements or attributes, each transcoded once, so that comparing one with a name of a document allocates
+/// nothing.
 
 #include <memory>
 #include <vector>
@@ -9,8 +10,8 @@
 
 namespace vornrun::parser {
 
-/// Base of classes whose fields are the names of one file format. Read-only names, owned by this object. The XML
-/// library must be up for as long as it lives.
+/// Base of classes whose fields are names. This object owns the names. The XML library must be started before it and
+/// stopped after it.
 class XmlNameTable {
     /// Gives a transcoded text back to the library.
     struct Release {
@@ -20,9 +21,6 @@ class XmlNameTable {
   public:
     XmlNameTable(const XmlNameTable&) = delete;
     XmlNameTable& operator=(const XmlNameTable&) = delete;
-
-    /// All names, in the order of the fields; a name of several fields comes as often.
-    std::vector<const XMLCh*> all() const;
 
   protected:
     XmlNameTable() = default;

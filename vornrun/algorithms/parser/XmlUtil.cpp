@@ -1,16 +1,23 @@
 #include "vornrun/algorithms/parser/XmlUtil.h"
 
 #include <boost/lexical_cast/try_lexical_convert.hpp>
+#include <cassert>
 #include <cstdint>
-#include <iostream>
+#include <mutex>
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLString.hpp>
 
+#include "vornrun/algorithms/parser/ElementPlaces.h"
 #include "vornrun/algorithms/parser/VornXmlException.h"
 
 namespace vornrun::parser::util {
+
+int initCount = 0;
+bool xercesInitialized = false;
+XMLCh* tagBoolTrue = nullptr;
+XMLCh* tagBoolFalse = nullptr;
 
 namespace {
 
@@ -18,10 +25,8 @@ using xercesc::DOMElement;
 using xercesc::DOMNode;
 using xercesc::XMLString;
 
-int initCount = 0;
-bool xercesInitialized = false;
-XMLCh* tagBoolTrue = nullptr;
-XMLCh* tagBoolFalse = nullptr;
+/// The library's own start and stop must not run at the same time as each other.
+std::mutex startAndStop;
 
 void appendUtf8(std::string& out, std::uint32_t code) {
     const auto byte = [&out](std::uint32_t value) { out.push_back(static_cast<char>(value)); };
@@ -42,7 +47,8 @@ void appendUtf8(std::string& out, std::uint32_t code) {
     }
 }
 
-/// Appends a text of UTF-16. The library's own transcoder follows the locale and loses what that cannot say.
+/// Appends a text of UTF-16. The library's own transcoder follows the locale, and loses the characters that the
+/// locale does not have.
 void appendText(std::string& out, const XMLCh* text) {
     constexpr std::uint32_t REPLACEMENT = 0xFFFD;
     for (; *text != 0; ++text) {
@@ -63,11 +69,13 @@ bool isText(const DOMNode* node) {
 }
 
 const XMLCh* plainName(const DOMElement* element, bool local) {
+    assert(element != nullptr);
     return local ? element->getLocalName() : element->getTagName();
 }
 
 /// The element's only text, or null when its content is made of several nodes.
 const XMLCh* singleText(const DOMElement* element) {
+    assert(element != nullptr);
     const DOMNode* child = element->getFirstChild();
     return child != nullptr && child->getNextSibling() == nullptr && isText(child) ? child->getNodeValue() : nullptr;
 }
@@ -78,18 +86,24 @@ Number numberContent(const DOMElement* element, std::string_view description, bo
     Number number{};
     const bool refused = !allowMinus && text.find('-') != std::string::npos;
     if (refused || !boost::conversion::try_lexical_convert(text, number))
-        throw VornXmlUnexpectedValueException(std::string(description), expected, text);
+        throw at(element, VornXmlUnexpectedValueException(std::string(description), expected, text));
     return number;
 }
 
 }  // namespace
 
 bool initialize() {
+    std::string unheard;
+    return initialize(unheard);
+}
+
+bool initialize(std::string& fault) {
+    const std::lock_guard lock(startAndStop);
     if (initCount == 0) {
         try {
             xercesc::XMLPlatformUtils::Initialize();
-        } catch (const xercesc::XMLException& fault) {
-            std::cerr << "Error during initialization of Xerces! :\n" << transcode(fault.getMessage()) << "\n";
+        } catch (const xercesc::XMLException& exception) {
+            fault = "Error during initialization of Xerces! :\n" + transcode(exception.getMessage()) + "\n";
             return false;
         }
         tagBoolTrue = XMLString::transcode("True");
@@ -101,6 +115,7 @@ bool initialize() {
 }
 
 void clean() {
+    const std::lock_guard lock(startAndStop);
     if (!xercesInitialized || --initCount > 0) return;
     XMLString::release(&tagBoolTrue);
     XMLString::release(&tagBoolFalse);
@@ -148,7 +163,7 @@ bool getBooleanContent(const DOMElement* element, std::string_view description) 
     const std::string text = getStringContent(element);
     if (text == "True") return true;
     if (text == "False") return false;
-    throw VornXmlUnexpectedValueException(std::string(description), "Either True or False", text);
+    throw at(element, VornXmlUnexpectedValueException(std::string(description), "Either True or False", text));
 }
 
 unsigned int getNaturalNumberContent(const DOMElement* element, std::string_view description) {

@@ -14,8 +14,7 @@ class ChernoffGenerator final : public QuantitativeGenerator {
     /// Asks for trunc(4 ln(2 / confidence) / errorBound^2) traces: 1191 for an error bound of 0.05 and a confidence of
     /// 0.95. Neither parameter is checked; see total() for what then comes out.
     /// \param errorBound half-width of the interval around the estimate
-    /// \param confidence stands where the bound has the permitted error probability, so that a larger value asks for
-    ///                   fewer traces
+    /// \param confidence used where the bound has the permitted error probability: a larger value asks for fewer traces
     ChernoffGenerator(double errorBound, double confidence);
 
     void reset() override;

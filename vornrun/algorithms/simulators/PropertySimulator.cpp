@@ -1,7 +1,7 @@
 #include "vornrun/algorithms/simulators/PropertySimulator.h"
 
 #include <algorithm>
-#include <iostream>
+#include <cassert>
 
 #include "vornrun/algorithms/simulators/Simulator.h"
 
@@ -11,7 +11,9 @@ const Log PropertySimulator::sLogger("root.propsim");
 
 PropertySimulator::PropertySimulator(const VornComponentImplementation* component, SimulationStrategy* strategy,
                                      unsigned int threadCount)
-    : mComponent(component), mStrategy(strategy), mThreadCount(threadCount), mResults(threadCount) {}
+    : mComponent(component), mStrategy(strategy), mThreadCount(threadCount), mResults(threadCount) {
+    assert(component != nullptr && strategy != nullptr);
+}
 
 PropertySimulator::~PropertySimulator() = default;
 
@@ -33,27 +35,35 @@ void PropertySimulator::executeSimulation(const CSLFormula* formula, SimulationG
         std::vector<autothread> workers;
         workers.reserve(mThreadCount);
         for (unsigned int id = 0; id < mThreadCount; ++id)
-            workers.emplace_back(std::thread(&PropertySimulator::doWork, this, id, formula, generator));
+            workers.emplace_back(std::thread(&PropertySimulator::runWorker, this, id, formula, generator));
         for (autothread& worker : workers) worker.join();
-        // Ends the row of progress characters.
-        std::cout << '\n';
+        if (mObserver != nullptr) mObserver->workersEnded();
     }
     VORNRUN_LOG(sLogger, Info, "Simulations ended");
     // What did not make up a sweep is never counted.
     for (std::list<bool>& results : mResults) results.clear();
     if (!mAborted.exchange(false)) return;
     VORNRUN_LOG(sLogger, Error, "Simulations were aborted");
+    if (mFault != nullptr) std::rethrow_exception(std::exchange(mFault, nullptr));
     if (mException != nullptr) throw abort_exception("Exception occurred during simulation");
 }
 
+void PropertySimulator::runWorker(unsigned int id, const CSLFormula* formula, SimulationGenerator* generator) {
+    try {
+        doWork(id, formula, generator);
+    } catch (...) {
+        const std::exception_ptr fault = std::current_exception();
+        if (mObserver != nullptr) mObserver->workerFailed(fault);
+        failOutsideRuns(fault);
+    }
+}
+
 void PropertySimulator::doWork(unsigned int id, const CSLFormula* formula, SimulationGenerator* generator) {
-    // Whatever leaves here outside the guarded run ends the process: a model that cannot be built for one worker can be
-    // built for none.
+    assert(id < mThreadCount && formula != nullptr && generator != nullptr);
     Simulator simulator(mComponent, mStrategy.get());
     simulator.strategy()->getRandomGenerator()->reseed(seed != 0 ? seed + id : 0);
-    simulator.allowDeadlock = allowDeadlock;
-    simulator.ignoreBoundError = ignoreBoundError;
-    simulator.stepBound = stepBound;
+    static_cast<RunLimits&>(simulator) = *this;
+    simulator.setObserver(mObserver);
     simulator.setProperty(formula);
     VORNRUN_LOG(sLogger, Info, "Starting simulation thread " << id);
     do {
@@ -65,7 +75,7 @@ void PropertySimulator::doWork(unsigned int id, const CSLFormula* formula, Simul
             return fail(std::make_exception_ptr(abort));
         } catch (const std::exception& exception) {
             VORNRUN_LOG(sLogger, Info, "Simulation thread " << id << " aborted: Unhandled exception");
-            // Whoever wrote the model has no other way to learn what is wrong with it.
+            // The author of the model has no other way to learn what is wrong with it.
             VORNRUN_LOG(sLogger, Error, "Simulation thread " << id << ": " << exception.what());
             return fail(std::current_exception());
         } catch (...) {
@@ -81,11 +91,19 @@ void PropertySimulator::addResult(unsigned int id, std::list<bool>& result) {
     mResults[id].splice(mResults[id].end(), result);
 }
 
-// The exception is stored first, so that whoever sees the worker as failed finds it.
+// The exception is stored before the flag is set, so that it is there for everybody who sees the flag.
 void PropertySimulator::fail(std::exception_ptr exception) {
     {
         const std::lock_guard lock(mMutex);
         mException = std::move(exception);
+    }
+    mAborted = true;
+}
+
+void PropertySimulator::failOutsideRuns(const std::exception_ptr& fault) {
+    {
+        const std::lock_guard lock(mMutex);
+        mFault = fault;
     }
     mAborted = true;
 }

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
 /// Estimates the probability of a path formula from random traces on worker threads. Results are counted only in
-/// sweeps, one of each worker, so that no worker's results run ahead of the slowest worker's.
+/// sweeps, one result of each worker: the counted results of a worker are never ahead of those of the slowest one.
 
 #include <atomic>
 #include <exception>
@@ -13,7 +13,9 @@
 #include <vector>
 
 #include "vornrun/Log.h"
+#include "vornrun/algorithms/simulators/RunLimits.h"
 #include "vornrun/algorithms/simulators/SimulationGenerator.h"
+#include "vornrun/algorithms/simulators/steps/RunObserver.h"
 #include "vornrun/algorithms/simulators/strategies/SimulationStrategy.h"
 
 namespace vornrun {
@@ -36,36 +38,48 @@ class autothread {
     std::thread mThread;
 };
 
-class PropertySimulator {
+/// The limits of the runs are public fields; the workers take them over when they start.
+class PropertySimulator : public RunLimits {
   public:
-    /// Adopts the prototype strategy, which is only ever copied by the workers. The component is not owned.
+    /// Adopts the prototype strategy; the workers only copy it. The component is not owned and outlives the object.
+    /// \pre neither is null
     PropertySimulator(const VornComponentImplementation* component, SimulationStrategy* strategy,
                       unsigned int threadCount);
     PropertySimulator(const PropertySimulator&) = delete;
     PropertySimulator& operator=(const PropertySimulator&) = delete;
     ~PropertySimulator();
 
-    /// Lower and upper bound of the probability. Neither argument is owned.
-    /// \throws abort_exception "Exception occurred during simulation" when a worker failed
+    /// Sees the runs of all workers, on their threads. Not owned; null for none.
+    void setObserver(RunObserver* observer) noexcept { mObserver = observer; }
+
+    /// Lower and upper bound of the probability. Neither argument is owned, and neither is null.
+    /// \throws as executeSimulation()
     std::pair<double, double> checkProbability(const CSLFormula* pathFormula, QuantitativeGenerator* generator);
-    /// The verdict of a qualitative generator.
+    /// The verdict of a qualitative generator. Arguments and exceptions as for checkProbability().
     bool checkProperty(const CSLFormula* formula, QualitativeGenerator* generator);
+
+    /// Runs the workers until the generator is done, and waits for them. Neither argument is owned.
+    /// \throws abort_exception "Exception occurred during simulation" when a run on a worker failed
+    /// \throws whatever a worker has thrown outside its runs, for a model that cannot be built for instance
+    void executeSimulation(const CSLFormula* formula, SimulationGenerator* generator);
+    /// The work of one worker, on the calling thread: builds a simulator and runs traces until checkDone() says stop.
+    /// A failed run ends it; executeSimulation() then reports the failure. \pre id < threadCount()
+    /// \throws whatever happens outside of a run
+    void doWork(unsigned int id, const CSLFormula* formula, SimulationGenerator* generator);
+    /// Counts one sweep if every worker has a result that waits. \return whether the workers have to stop
+    bool checkDone(SimulationGenerator* generator);
 
     unsigned int threadCount() const noexcept { return mThreadCount; }
 
-    unsigned int stepBound = 10000;
-    bool allowDeadlock = true;
-    bool ignoreBoundError = false;
     unsigned long seed = 0;  // 0: seeds from the random device
 
   private:
-    void executeSimulation(const CSLFormula* formula, SimulationGenerator* generator);
-    void doWork(unsigned int id, const CSLFormula* formula, SimulationGenerator* generator);
+    /// doWork() on the worker's own thread; nothing leaves it.
+    void runWorker(unsigned int id, const CSLFormula* formula, SimulationGenerator* generator);
     /// Moves the one result over to those of the worker that wait to be counted.
     void addResult(unsigned int id, std::list<bool>& result);
     void fail(std::exception_ptr exception);
-    /// Counts one sweep if every worker has a result waiting. \return whether the worker shall stop
-    bool checkDone(SimulationGenerator* generator);
+    void failOutsideRuns(const std::exception_ptr& fault);
 
     static const Log sLogger;  // "root.propsim"
     const VornComponentImplementation* mComponent;
@@ -74,7 +88,10 @@ class PropertySimulator {
     std::vector<std::list<bool>> mResults;  // per worker, waiting to be counted; guarded by mMutex
     std::mutex mMutex;                      // also guards all calls of the generator
     std::atomic<bool> mAborted = false;
-    std::exception_ptr mException;  // of the failing worker; guarded by mMutex, stored before mAborted
+    // Of the failing worker, in a run or outside its runs. Guarded by mMutex, stored before mAborted.
+    std::exception_ptr mException;
+    std::exception_ptr mFault;
+    RunObserver* mObserver = nullptr;
 };
 
 }  // namespace vornrun

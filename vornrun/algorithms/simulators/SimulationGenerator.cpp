@@ -2,6 +2,7 @@
 
 namespace vornrun {
 
-SimulationGenerator::~SimulationGenerator() = default;  // out of line: the table of virtual functions stands here
+SimulationGenerator::~SimulationGenerator() =
+    default;  // out of line, so that the table of virtual functions is made only here
 
 }  // namespace vornrun

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// When are enough traces simulated, and what do their results say? A generator counts the verdicts of traces and has
-/// a rule for stopping. Generators have no lock of their own: whoever shares one among threads serialises all calls.
+/// A generator counts the verdicts of traces, decides when there are enough, and gives the result. Generators have no
+/// lock: threads that share one take turns.
 
 #include <utility>
 
@@ -17,7 +17,7 @@ class SimulationGenerator {
 
     /// Forgets all results.
     virtual void reset() = 0;
-    /// Counts one trace; `result` tells whether the property held in it.
+    /// Counts one trace. `result` is true when the property holds in it.
     virtual void addResult(bool result) = 0;
     /// True when the results counted so far suffice.
     virtual bool done() = 0;

@@ -1,7 +1,7 @@
 #include "vornrun/algorithms/simulators/Simulator.h"
 
+#include <cassert>
 #include <cstddef>
-#include <iostream>
 #include <string>
 #include <utility>
 
@@ -15,15 +15,47 @@ namespace {
 
 constexpr unsigned int NESTED_RUNS = 10000;
 
+/// Counts a nested estimate for the life of the object.
+class CountedNesting {
+  public:
+    explicit CountedNesting(unsigned int& nesting) : mNesting(nesting) { ++mNesting; }
+    CountedNesting(const CountedNesting&) = delete;
+    CountedNesting& operator=(const CountedNesting&) = delete;
+    ~CountedNesting() { --mNesting; }
+
+  private:
+    unsigned int& mNesting;
+};
+
 }  // namespace
 
 const Log Simulator::sLogger("root.sim");
 
-Simulator::Simulator(const VornComponentImplementation* component, const SimulationStrategy* strategy)
-    : mComponent(component), mStrategy(strategy->clone()) {
-    VornModelConstructor constructor;
+/// For its lifetime the strategy draws from a stream, and reports do not touch the state of the network.
+class Simulator::PristineScope {
+  public:
+    PristineScope(Simulator& simulator, RandomGenerator& stream) : mSimulator(simulator) {
+        mSimulator.mStrategy->drawFrom(&stream);
+        mSimulator.mPristine = true;
+    }
+    PristineScope(const PristineScope&) = delete;
+    PristineScope& operator=(const PristineScope&) = delete;
+    ~PristineScope() {
+        mSimulator.mPristine = false;
+        mSimulator.mStrategy->drawFrom(nullptr);
+    }
+
+  private:
+    Simulator& mSimulator;
+};
+
+Simulator::Simulator(const VornComponentImplementation* component, const SimulationStrategy* strategy,
+                     ModelOptions options)
+    : mOptions(options), mStrategy(strategy->clone()) {
+    assert(component != nullptr);
+    VornModelConstructor constructor(mOptions);
     VORNRUN_LOG(sLogger, Info, "Will now construct model realization...");
-    auto [realisation, valuation] = constructor.realise(mComponent);
+    auto [realisation, valuation] = constructor.realise(component);
     mRealisation.reset(realisation);
     mValuation = std::move(valuation);
     VORNRUN_LOG(sLogger, Trace, *mRealisation);
@@ -37,57 +69,89 @@ Simulator::Simulator(const VornComponentImplementation* component, const Simulat
 Simulator::~Simulator() = default;
 
 void Simulator::setProperty(const CSLFormula* property) {
+    assert(property != nullptr);
     mProperty.reset();
-    StraySlots strays;
-    const VariablesToValueReferences references(mRealisation.get(), mValuation, &strays);
+    const VariablesToValueReferences references(mRealisation.get(), mValuation, mOptions);
     VariableSubstitutionPropertyVisitor visitor(&references);
-    std::unique_ptr<CSLFormula> bound(property->accept(visitor));
-    refuseStraySlots(strays, *mValuation);
-    mProperty = std::move(bound);
+    mProperty.reset(property->accept(visitor));
 }
 
-bool Simulator::performRun(const CSLFormula* formula) {
+RunOutcome Simulator::run(const CSLFormula* formula) {
     VORNRUN_LOG(sLogger, Debug, "Simulator starting new run");
     reset();
-    PropertyResult verdict = PropertyUnknown;
-    unsigned int step = 0;
-    while (step < stepBound) {
-        VORNRUN_LOG(sLogger, Debug, "Simulator step " << step);
-        if (sLogger.isOn(LogLevel::Trace)) logState();
-        // The first lap takes no step, so that the formula is tested in the initial state.
-        if (step != 0 && !executeStep()) return false;
-        ++step;
-        // The first pass answers without nested estimates; only what it leaves open is worth one.
-        verdict = formula->evaluate(this, true);
-        if (verdict == PropertyUnknown) verdict = formula->evaluate(this, false);
-        if (verdict != PropertyUnknown) break;
-    }
-    if (step == stepBound) hitStepBound();
-    if (verdict != PropertyUnknown) std::cout << '.';
-    return verdict == PropertyTrue;
+    return runFromStart(formula);
 }
 
-bool Simulator::executeStep() {
+RunOutcome Simulator::runPristine(const CSLFormula* formula, RandomGenerator& stream) {
+    VORNRUN_LOG(sLogger, Debug, "Simulator starting new run");
+    mNetwork->restart();
+    mStrategy->restart();
+    mTrace.clear();
+    const PristineScope pristine(*this, stream);
+    return runFromStart(formula);
+}
+
+RunOutcome Simulator::runFromStart(const CSLFormula* formula) {
+    assert(formula != nullptr);
+    if (mObserver != nullptr) mObserver->runStarted(nested());
+    RunOutcome outcome;
+    unsigned int evaluations = 0;
+    while (outcome.verdict == PropertyUnknown && evaluations < stepBound) {
+        VORNRUN_LOG(sLogger, Debug, "Simulator step " << evaluations);
+        if (sLogger.isOn(LogLevel::Trace)) logState();
+        // The first lap takes no step, so that the formula is tested in the initial state.
+        if (evaluations != 0 && !executeStep(outcome)) {
+            outcome.ending = RunEnding::deadlock;
+            break;
+        }
+        ++evaluations;
+        // The first pass answers without nested estimates. Only what it leaves open is worth one.
+        outcome.verdict = formula->evaluate(this, true);
+        if (outcome.verdict == PropertyUnknown) outcome.verdict = formula->evaluate(this, false);
+    }
+    // A verdict of the last permitted evaluation hits the step bound too.
+    if (outcome.ending != RunEnding::deadlock && evaluations == stepBound) outcome.ending = RunEnding::stepBound;
+    outcome.time = currentTime();
+    return outcome;
+}
+
+bool Simulator::executeStep(RunOutcome& outcome) {
     try {
         SimulationStep* step = mStrategy->executeStep();
         mTrace.addStep(step);
         VORNRUN_LOG(sLogger, Debug, "Simulator step executed " << *step);
-        return true;
     } catch (const deadlock_exception& deadlock) {
-        std::cout << 'd';
-        const std::string heading = std::string("Simulator deadlocked: ") + deadlock.what();
-        if (!allowDeadlock) {
-            reportFailure(heading);
-            throw abort_exception("A deadlock occurred");
-        }
-        VORNRUN_LOG(sLogger, Debug, heading);
+        outcome.text = deadlock.what();
         return false;
     }
+    ++outcome.steps;
+    if (mObserver != nullptr) {
+        const SimulationStep& step = *mTrace.steps().back();
+        mObserver->stepTaken({outcome.steps, mTrace.time(), step.time(), step, nested()});
+    }
+    return true;
 }
 
-// Also a verdict that arrives only at the last permitted evaluation hits the bound.
+bool Simulator::performRun(const CSLFormula* formula) {
+    const RunOutcome outcome = run(formula);
+    if (outcome.ending == RunEnding::deadlock) meetDeadlock(outcome.text);
+    if (outcome.ending == RunEnding::stepBound) hitStepBound();
+    if (outcome.verdict != PropertyUnknown && mObserver != nullptr) mObserver->verdictReached(nested());
+    return outcome.verdict == PropertyTrue;
+}
+
+void Simulator::meetDeadlock(const std::string& reason) {
+    if (mObserver != nullptr) mObserver->deadlockReached(nested());
+    const std::string heading = "Simulator deadlocked: " + reason;
+    if (!allowDeadlock) {
+        reportFailure(heading);
+        throw abort_exception("A deadlock occurred");
+    }
+    VORNRUN_LOG(sLogger, Debug, heading);
+}
+
 void Simulator::hitStepBound() {
-    std::cout << 'b';
+    if (mObserver != nullptr) mObserver->stepBoundHit(nested());
     if (!ignoreBoundError) {
         reportFailure("Simulator exceeded step bound");
         throw abort_exception("The step bound has been exceeded");
@@ -96,11 +160,12 @@ void Simulator::hitStepBound() {
 }
 
 double Simulator::evaluate(const CSLFormula* formula) {
+    const CountedNesting nesting(mNesting);
     unsigned int trueRuns = 0;
-    for (unsigned int run = 0; run < NESTED_RUNS; ++run)
+    for (unsigned int i = 0; i < NESTED_RUNS; ++i)
         if (performRun(formula)) ++trueRuns;
     VORNRUN_LOG(sLogger, Error, "Statistical uncertainty ignored for nested formula");
-    return trueRuns / 10000.0;
+    return trueRuns / static_cast<double>(NESTED_RUNS);
 }
 
 void Simulator::reset() {
@@ -119,10 +184,12 @@ void Simulator::popState() {
     mNetwork->popState();
 }
 
-// The report refreshes the flags of all data flows as well, so a run logged at TRACE may differ from another.
+// reportAllCurrentTransitions() also refreshes the flags of all data flows, so that a run may differ when it is logged
+// at TRACE.
 void Simulator::logState() const {
     VORNRUN_LOG(sLogger, Trace, "Current global state: " << *mNetwork);
-    const std::string transitions = mNetwork->reportAllCurrentTransitions();
+    const std::string transitions =
+        mPristine ? mNetwork->reportActiveTriggers() : mNetwork->reportAllCurrentTransitions();
     VORNRUN_LOG(sLogger, Trace, "Currently active transitions and invariants: \n" << transitions);
 }
 

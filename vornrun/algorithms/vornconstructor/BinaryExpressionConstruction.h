@@ -10,19 +10,6 @@
 
 namespace vornrun {
 
-template <class Op, class ResultType, class Left, class Right>
-std::enable_if_t<ResultType::valid, TypedVornExpressionTree<typename ResultType::type>*>
-VornExpressionConstructor::makeOperator(TypedVornExpressionTree<Left>* left, TypedVornExpressionTree<Right>* right) {
-    return new TypedBinaryOperator<Op, typename ResultType::type, Left, Right>(left, right);
-}
-
-template <class Op, class ResultType, class Left, class Right>
-std::enable_if_t<!ResultType::valid, VornExpressionTree*> VornExpressionConstructor::makeOperator(
-    TypedVornExpressionTree<Left>*, TypedVornExpressionTree<Right>*) {
-    reportPair(Left::op, Op::text, Right::op);
-    return nullptr;
-}
-
 template <class Op, class Left>
 VornExpressionTree* VornExpressionConstructor::expressionTree(TypedVornExpressionTree<Left>* left,
                                                               VornExpressionTree* right) {

@@ -1,4 +1,7 @@
+#include "vornrun/Ownership.h"
 #include "vornrun/algorithms/vornconstructor/VariablesToValueReferences.h"
+#include "vornrun/datastructures/vorn/realisation/CheckedAssignment.h"
+#include "vornrun/datastructures/vorn/realisation/MistypedVariable.h"
 
 namespace vornrun {
 
@@ -6,19 +9,9 @@ namespace {
 
 using Dependencies = std::vector<RealisedVariable*>;
 
-/// The tree as one of the type that its tag tells; null, with the tree deleted, when it is none.
 template <class T>
-std::unique_ptr<TypedVornExpressionTree<T>> typedTree(std::unique_ptr<VornExpressionTree> tree) {
-    std::unique_ptr<TypedVornExpressionTree<T>> typed(dynamic_cast<TypedVornExpressionTree<T>*>(tree.get()));
-    if (typed != nullptr) static_cast<void>(tree.release());
-    return typed;
-}
-
-template <class T>
-std::unique_ptr<TypedRealisedVariable<T>> typedVariable(std::unique_ptr<RealisedVariable> variable) {
-    std::unique_ptr<TypedRealisedVariable<T>> typed(dynamic_cast<TypedRealisedVariable<T>*>(variable.get()));
-    if (typed != nullptr) static_cast<void>(variable.release());
-    return typed;
+bool mayLackSlot(const TypedRealisedVariable<T>* variable) {
+    return dynamic_cast<const MistypedVariable<T>*>(variable) != nullptr;
 }
 
 }  // namespace
@@ -38,8 +31,13 @@ RealisedAssignment* makeAssignment(TypedRealisedVariable<T>* target, VornExpress
     if (left == nullptr || right == nullptr) return nullptr;
     return withTagClass(right->type(), [&]<class U>() -> RealisedAssignment* {
         if constexpr (isAssignable<T, U>) {
-            if (auto typed = typedTree<U>(std::move(right)))
-                return new TypedRealisedAssignment<T, U>(left.release(), typed.release(), dependencies, valuation);
+            if (auto typed = castOwned<TypedVornExpressionTree<U>>(std::move(right))) {
+                const bool check = mayLackSlot(left.get());
+                auto made = std::make_unique<TypedRealisedAssignment<T, U>>(left.release(), typed.release(),
+                                                                            dependencies, valuation);
+                return check ? new CheckedAssignment(std::move(made))
+                             : static_cast<RealisedAssignment*>(made.release());
+            }
         }
         return nullptr;
     });
@@ -53,8 +51,12 @@ RealisedFlow* makeFlow(TypedRealisedVariable<T>* target, VornExpressionTree* exp
     if (left == nullptr || right == nullptr) return nullptr;
     return withTagClass(right->type(), [&]<class U>() -> RealisedFlow* {
         if constexpr (isAssignable<T, U>) {
-            if (auto typed = typedTree<U>(std::move(right)))
-                return new TypedRealisedFlow<T, U>(left.release(), typed.release(), dependencies, valuation, modes);
+            if (auto typed = castOwned<TypedVornExpressionTree<U>>(std::move(right))) {
+                const bool check = mayLackSlot(left.get());
+                auto made = std::make_unique<TypedRealisedFlow<T, U>>(left.release(), typed.release(), dependencies,
+                                                                      valuation, modes);
+                return check ? new CheckedFlow(std::move(made)) : static_cast<RealisedFlow*>(made.release());
+            }
         }
         return nullptr;
     });
@@ -70,10 +72,14 @@ RealisedTrajectoryEquation* makeTrajectory(TypedRealisedVariable<T>* variable, R
     if (evolving == nullptr || right == nullptr) return nullptr;
     return withTagClass(right->type(), [&]<class U>() -> RealisedTrajectoryEquation* {
         if constexpr (isTrajectory<T, U>) {
-            auto typedRate = typedVariable<T>(std::move(anyRate));
-            if (auto typed = typedTree<U>(std::move(right)))
-                return new TypedRealisedTrajectoryEquation<T, U>(evolving.release(), typedRate.release(),
-                                                                 typed.release(), dependencies, valuation);
+            auto typedRate = castOwned<TypedRealisedVariable<T>>(std::move(anyRate));
+            if (auto typed = castOwned<TypedVornExpressionTree<U>>(std::move(right))) {
+                const bool check = mayLackSlot(evolving.get()) || mayLackSlot(typedRate.get());
+                auto made = std::make_unique<TypedRealisedTrajectoryEquation<T, U>>(
+                    evolving.release(), typedRate.release(), typed.release(), dependencies, valuation);
+                return check ? new CheckedTrajectoryEquation(std::move(made))
+                             : static_cast<RealisedTrajectoryEquation*>(made.release());
+            }
         }
         return nullptr;
     });
@@ -85,7 +91,8 @@ RealisedAssignment* makeAssignment(RealisedVariable* target, VornExpressionTree*
     std::unique_ptr<VornExpressionTree> right(expression);
     if (left == nullptr) return nullptr;
     return withTagClass(left->type(), [&]<class T>() {
-        return makeAssignment<T>(typedVariable<T>(std::move(left)).release(), right.release(), dependencies, valuation);
+        return makeAssignment<T>(castOwned<TypedRealisedVariable<T>>(std::move(left)).release(), right.release(),
+                                 dependencies, valuation);
     });
 }
 
@@ -95,8 +102,8 @@ RealisedFlow* makeFlow(RealisedVariable* target, VornExpressionTree* expression,
     std::unique_ptr<VornExpressionTree> right(expression);
     if (left == nullptr) return nullptr;
     return withTagClass(left->type(), [&]<class T>() {
-        return makeFlow<T>(typedVariable<T>(std::move(left)).release(), right.release(), dependencies, valuation,
-                           modes);
+        return makeFlow<T>(castOwned<TypedRealisedVariable<T>>(std::move(left)).release(), right.release(),
+                           dependencies, valuation, modes);
     });
 }
 
@@ -108,8 +115,8 @@ RealisedTrajectoryEquation* makeTrajectory(RealisedVariable* variable, RealisedV
     std::unique_ptr<VornExpressionTree> right(expression);
     if (evolving == nullptr) return nullptr;
     return withTagClass(evolving->type(), [&]<class T>() {
-        return makeTrajectory<T>(typedVariable<T>(std::move(evolving)).release(), anyRate.release(), right.release(),
-                                 dependencies, valuation);
+        return makeTrajectory<T>(castOwned<TypedRealisedVariable<T>>(std::move(evolving)).release(), anyRate.release(),
+                                 right.release(), dependencies, valuation);
     });
 }
 

@@ -2,8 +2,12 @@
 
 #include <list>
 #include <memory>
+#include <utility>
+#include <vector>
 
+#include "vornrun/Ownership.h"
 #include "vornrun/algorithms/vornconstructor/VariablesToValueReferences.h"
+#include "vornrun/datastructures/vorn/syntax/expressions/CheckedDivision.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/Operators.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornValue.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornVariable.h"
@@ -19,15 +23,14 @@ class NewChildren {
     void add(const VornExpressionTree* child, ExpressionTreeVisitor* visitor) {
         mChildren.emplace_back(child == nullptr ? nullptr : child->accept(visitor));
     }
-    VornExpressionTree* adoptedByCloneOf(const VornExpressionTree* node) {
-        std::list<VornExpressionTree*> children;
-        for (const auto& child : mChildren) children.push_back(child.get());
-        for (auto& child : mChildren) static_cast<void>(child.release());
-        return node->clone(children);
+    /// The children in order, for a copy of their node that adopts them.
+    std::list<VornExpressionTree*> release() {
+        const std::vector<VornExpressionTree*> children = releaseAll(std::move(mChildren));
+        return {children.begin(), children.end()};
     }
 
   private:
-    std::list<std::unique_ptr<VornExpressionTree>> mChildren;
+    std::vector<std::unique_ptr<VornExpressionTree>> mChildren;
 };
 
 }  // namespace
@@ -51,13 +54,15 @@ VornExpressionTree* VariableSubstitutionExpressionVisitor::visit(const BinaryOpe
     NewChildren children;
     children.add(node->getLeftTree(), this);
     children.add(node->getRightTree(), this);
-    return children.adoptedByCloneOf(node);
+    const std::list<VornExpressionTree*> operands = children.release();
+    VornExpressionTree* const checked = mOwner->options().checkedArithmetic ? checkedDivision(node, operands) : nullptr;
+    return checked != nullptr ? checked : node->clone(operands);
 }
 
 VornExpressionTree* VariableSubstitutionExpressionVisitor::visit(const UnaryOperator* node) {
     NewChildren children;
     children.add(node->getSubTree(), this);
-    return children.adoptedByCloneOf(node);
+    return node->clone(children.release());
 }
 
 VornExpressionTree* VariableSubstitutionExpressionVisitor::visit(const CaseOperator* node) {
@@ -67,7 +72,7 @@ VornExpressionTree* VariableSubstitutionExpressionVisitor::visit(const CaseOpera
         children.add(value, this);
     }
     children.add(node->getDefaultTree(), this);
-    return children.adoptedByCloneOf(node);
+    return node->clone(children.release());
 }
 
 VornExpressionTree* VariableSubstitutionExpressionVisitor::visit(const RealisedVariable* variable) {

@@ -14,7 +14,7 @@ class VariablesToValueReferences;
 /// Lives for one rewriting. Every visit returns a new tree, owned by the caller, or null where something was missing.
 class VariableSubstitutionExpressionVisitor final : public ExpressionTreeVisitor {
   public:
-    /// \param owner tells what names stand for; not owned
+    /// \param owner knows what each name means; not owned
     explicit VariableSubstitutionExpressionVisitor(const VariablesToValueReferences* owner);
 
     VornExpressionTree* visit(const VornVariable* variable) override;

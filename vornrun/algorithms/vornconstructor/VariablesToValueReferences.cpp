@@ -1,9 +1,10 @@
 #include "vornrun/algorithms/vornconstructor/VariablesToValueReferences.h"
 
-#include <algorithm>
 #include <cassert>
 
+#include "vornrun/Ownership.h"
 #include "vornrun/algorithms/vornconstructor/VariableSubstitutionExpressionVisitor.h"
+#include "vornrun/datastructures/vorn/realisation/MistypedVariable.h"
 #include "vornrun/datastructures/vorn/realisation/ModelException.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
 #include "vornrun/datastructures/vorn/syntax/VornAssignment.h"
@@ -23,13 +24,6 @@ Tree accepted(const VornExpressionTree* tree, VariableSubstitutionExpressionVisi
     return Tree(tree == nullptr ? nullptr : tree->accept(&visitor));
 }
 
-/// The tree as a condition; null, with the tree deleted, when it is none.
-std::unique_ptr<BoolTree> asCondition(Tree tree) {
-    std::unique_ptr<BoolTree> condition(dynamic_cast<BoolTree*>(tree.get()));
-    if (condition != nullptr) static_cast<void>(tree.release());
-    return condition;
-}
-
 /// Stands for a tree of a type that became null as a whole: evaluating it raises missing_operand.
 Tree missing(VornDataTypeTag type, const OperandPlace& place) {
     return withTagClass(type, [&]<class T>() -> Tree { return std::make_unique<MissingOperand<T>>(place); });
@@ -39,20 +33,11 @@ Tree missing(VornDataTypeTag type, const OperandPlace& place) {
 
 const Log VariablesToValueReferences::sLogger("root.realisation.valref");
 
-void refuseStraySlots(const StraySlots& strays, const GlobalValuation& valuation) {
-    const auto stray = std::find_if(strays.begin(), strays.end(), [&valuation](const StraySlot& each) {
-        return !valuation.contains(each.type, each.slot);
-    });
-    if (stray == strays.end()) return;
-    std::ostringstream text;
-    text << "Component " << stray->component << ": variable \"" << stray->variable << "\" is used as " << stray->type
-         << ", which is not the type that it was declared with";
-    throw model_exception(text.str());
-}
-
 VariablesToValueReferences::VariablesToValueReferences(const VornComponentRealisation* realisation,
-                                                       ValuationPtr valuation, StraySlots* strays)
-    : mValuation(std::move(valuation)), mRealisation(realisation), mStrays(strays) {}
+                                                       ValuationPtr valuation, ModelOptions options)
+    : mValuation(std::move(valuation)), mRealisation(realisation), mOptions(options) {
+    assert(mRealisation != nullptr && mValuation != nullptr);
+}
 
 VornExpressionTree* VariablesToValueReferences::operator()(const VornExpressionTree* tree) const {
     VariableSubstitutionExpressionVisitor visitor(this);
@@ -102,25 +87,18 @@ RealisedTrajectoryEquation* VariablesToValueReferences::operator()(const VornTra
 
 VornLinearExpression* VariablesToValueReferences::operator()(const VornLinearExpression* expression) const {
     VariableSubstitutionExpressionVisitor visitor(this);
-    auto plain = asCondition(accepted(expression->plain(), visitor));
+    auto plain = castOwned<BoolTree>(accepted(expression->plain(), visitor));
     std::vector<std::unique_ptr<Clause>> clauses;
     clauses.reserve(expression->clauses().size());
     for (const auto& clause : expression->clauses()) clauses.push_back(rewrite(*clause, visitor));
-    std::vector<Clause*> adopted;
-    adopted.reserve(clauses.size());
-    for (auto& clause : clauses) adopted.push_back(clause.release());
-    return new VornLinearExpression(plain.release(), adopted);
+    return new VornLinearExpression(plain.release(), releaseAll(std::move(clauses)));
 }
 
 std::unique_ptr<Clause> VariablesToValueReferences::rewrite(const Clause& clause,
                                                             VariableSubstitutionExpressionVisitor& visitor) const {
-    std::unique_ptr<BoolTree> condition;
-    if (clause.condition() != nullptr) {
-        condition = asCondition(accepted(clause.condition(), visitor));
-        // No condition means true; one that did not resolve must not come to mean that.
-        if (condition == nullptr) condition = asCondition(missing(VornDataTypeTag::VornBool, {"Condition", "clause"}));
-    }
-    auto result = std::make_unique<Clause>(condition.release());
+    // A condition that does not resolve is null, as one that is not there: the clause then depends on its comparisons
+    // alone.
+    auto result = std::make_unique<Clause>(castOwned<BoolTree>(accepted(clause.condition(), visitor)).release());
     for (const auto& comparison : clause.expressions()) result->addExpr(rewrite(*comparison, visitor).release());
     return result;
 }
@@ -174,9 +152,13 @@ std::unique_ptr<RealisedVariable> VariablesToValueReferences::substitute(const V
         const VornComponentRealisation::ValueSlots& table = (part->component()->*slots)();
         if (const auto slot = table.find(part); slot != table.end()) {
             const VornDataTypeTag type = variable->type();
-            if (mStrays != nullptr && type != part->type() && !mValuation->contains(type, slot->second))
-                mStrays->push_back({mRealisation->fullIdentifier(), variable->text(), type, slot->second});
-            return std::unique_ptr<RealisedVariable>(makeValueReference(type, mValuation, slot->second, part));
+            if (type == part->type() || mValuation->contains(type, slot->second))
+                return std::unique_ptr<RealisedVariable>(makeValueReference(type, mValuation, slot->second, part));
+            // The store may still grow, so each access checks whether the slot exists.
+            return withTagClass(type, [&]<class T>() -> std::unique_ptr<RealisedVariable> {
+                return std::make_unique<MistypedVariable<T>>(mValuation, slot->second, part,
+                                                             mRealisation->fullIdentifier(), variable->text());
+            });
         }
     }
     VORNRUN_LOG(sLogger, Error, "Unable to find id linked to variable " << variable->text());
@@ -201,7 +183,7 @@ VornValue* VariablesToValueReferences::substituteValue(const VornValue* value) c
 const VornComponentRealisation* VariablesToValueReferences::componentOfPath(const std::string& path,
                                                                             const std::string& text) const {
     const VornComponentRealisation* component = mRealisation;
-    // What stands behind the last dot is not looked at: it names the variable "mode" of the component.
+    // The text after the last dot is not used: it names the variable "mode" of the component.
     for (std::string::size_type start = 0, dot = 0; (dot = path.find('.', start)) != std::string::npos;
          start = dot + 1) {
         const std::string element = path.substr(start, dot - start);

@@ -1,13 +1,14 @@
 #pragma once
 /// \file
-/// From syntax to its realised form for one component instance: names become reads of value slots, mode literals
-/// become the real modes. The syntax tree stays untouched; it is shared by all threads.
+/// From syntax to its realised form for one component instance. Names become variables over value slots, and mode
+/// literals become the real modes. The syntax tree does not change; all threads share it.
 
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "vornrun/Log.h"
+#include "vornrun/algorithms/vornconstructor/ModelOptions.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedAssignment.h"
 #include "vornrun/datastructures/vorn/realisation/VornComponentRealisation.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/ValueRef.h"
@@ -21,41 +22,28 @@ class VornMode;
 class VornTrajectoryEquation;
 class VornVariable;
 
-/// A reference to a slot that its store does not have. A variable has the type that the file gives it at its place of
-/// use; where that is not the type of the part it names, the slot number of the part counts in the wrong store.
-struct StraySlot {
-    std::string component;  ///< that the name is relative to, by its full identifier
-    std::string variable;   ///< as the file writes it
-    VornDataTypeTag type;   ///< that the file gives it
-    ValueRef slot;
-};
-using StraySlots = std::vector<StraySlot>;
-
-/// Checks the slots against the stores again, which grow while a model is realised.
-/// \throws model_exception naming the first variable whose slot is still beyond its store
-void refuseStraySlots(const StraySlots& strays, const GlobalValuation& valuation);
-
 /// Rewrites expressions, assignments, flows, trajectories and linear expressions relative to one component.
-/// Every result is new and owned by the caller. A name that does not resolve is logged at error level and leaves a
-/// null in its place; only evaluating the result fails. A name of a thing without a value, such as an event port, does
-/// not resolve either.
+/// Every result is new and owned by the caller. A name that does not resolve is logged at ERROR and leaves a null in
+/// its place, so that only the evaluation of the result fails. The name of a part without a value, such as an event
+/// port, does not resolve either. A variable of another type than its part has its slot in the store of its own type;
+/// if there is no such slot, evaluating or assigning it throws model_exception.
 class VariablesToValueReferences {
   public:
     /// \param realisation the component that names are relative to; not owned
-    /// \param strays takes the references made to slots that do not exist (yet), for refuseStraySlots() once all slots
-    /// are made; not owned, null when all types are known to be right
     VariablesToValueReferences(const VornComponentRealisation* realisation, ValuationPtr valuation,
-                               StraySlots* strays = nullptr);
+                               ModelOptions options = {});
+    const ModelOptions& options() const noexcept { return mOptions; }
 
     /// Null for a null tree, and where the name or mode literal that is the whole tree does not resolve.
     VornExpressionTree* operator()(const VornExpressionTree* tree) const;
     // Null when the types do not fit. A right side that is only a name that does not resolve becomes an expression
-    // whose evaluation raises missing_operand.
+    // whose evaluation throws missing_operand.
+    // Precondition of this and the following operations: the argument is not null.
     // \throws model_exception when the left side is missing or does not resolve, or the right side is missing
     RealisedAssignment* operator()(const VornAssignment* assignment) const;
     RealisedFlow* operator()(const VornFlow* flow, const ModeList& modes) const;
     RealisedTrajectoryEquation* operator()(const VornTrajectoryEquation* equation) const;
-    /// A condition of a clause that does not resolve raises missing_operand when it is evaluated.
+    /// A clause whose condition does not resolve has no condition in the result, which means true.
     /// \throws model_exception when a term of a comparison is anything but a coefficient and a variable
     VornLinearExpression* operator()(const VornLinearExpression* expression) const;
     /// Sets the invariant and the trajectories of `target`. An equation whose types do not fit is left out.
@@ -89,16 +77,16 @@ class VariablesToValueReferences {
     static const Log sLogger;  // "root.realisation.valref"
     ValuationPtr mValuation;
     const VornComponentRealisation* mRealisation;
-    StraySlots* mStrays;
+    ModelOptions mOptions;
 };
 
 /// A variable on a slot of the tag's store; null for a tag beyond the eight. The caller owns it.
 RealisedVariable* makeValueReference(VornDataTypeTag tag, ValuationPtr valuation, ValueRef slot,
                                      const RealisedIdentifier* part);
 
-// From run-time tags to the typed classes. Each adopts target, rate and expression, and gives null, with what it was
-// given deleted, when the pair of types does not exist or target or expression is null. `dependencies` are variables
-// inside the expression, null ones among them. The caller owns the result.
+// From run-time tags to the typed classes. Each adopts target, rate and expression. The caller owns the result. It is
+// null, and the arguments are deleted, when target or expression is null or there is no class for their types.
+// `dependencies` are the variables inside the expression; nulls are left out.
 RealisedAssignment* makeAssignment(RealisedVariable* target, VornExpressionTree* expression,
                                    std::vector<RealisedVariable*> dependencies, ValuationPtr valuation);
 RealisedFlow* makeFlow(RealisedVariable* target, VornExpressionTree* expression,
@@ -108,7 +96,7 @@ RealisedTrajectoryEquation* makeTrajectory(RealisedVariable* variable, RealisedV
                                            ValuationPtr valuation);
 
 // The same with a target of known type, for the eight data types. Only clocks and continuous variables have
-// trajectories: for any other type makeTrajectory gives null.
+// trajectories: for any other type makeTrajectory returns null.
 template <class T>
 RealisedAssignment* makeAssignment(TypedRealisedVariable<T>* target, VornExpressionTree* expression,
                                    std::vector<RealisedVariable*> dependencies, ValuationPtr valuation);

@@ -2,8 +2,8 @@
 
 namespace vornrun {
 
-unsigned int VornComponentImplementationConstructor::mSubcompId = 0;
-unsigned int VornComponentImplementationConstructor::mModeId = 0;
-unsigned int VornComponentImplementationConstructor::mTransitionId = 0;
+constinit thread_local unsigned int VornComponentImplementationConstructor::mSubcompId = 0;
+constinit thread_local unsigned int VornComponentImplementationConstructor::mModeId = 0;
+constinit thread_local unsigned int VornComponentImplementationConstructor::mTransitionId = 0;
 
 }  // namespace vornrun

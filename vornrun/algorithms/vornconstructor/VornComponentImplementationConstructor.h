@@ -1,15 +1,15 @@
 #pragma once
 /// \file
-/// Process-wide numbers of the parts of component implementations.
+/// Numbers of the parts of component implementations.
 
 namespace vornrun {
 
-/// Counters of the parts as the parser meets them, over all packages and files; never reset. Only the thread that
-/// parses uses them.
+/// Counters of the parts as the parser meets them. Each thread has its own. They start at 0 and count over all packages
+/// and files of the thread; FreshIds starts them anew.
 struct VornComponentImplementationConstructor {
-    static unsigned int mSubcompId;     ///< of the next subcomponent
-    static unsigned int mModeId;        ///< of the next mode
-    static unsigned int mTransitionId;  ///< of the next transition
+    static thread_local unsigned int mSubcompId;     ///< of the next subcomponent
+    static thread_local unsigned int mModeId;        ///< of the next mode
+    static thread_local unsigned int mTransitionId;  ///< of the next transition
 };
 
 }  // namespace vornrun

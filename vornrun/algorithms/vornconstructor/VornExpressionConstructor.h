@@ -1,11 +1,10 @@
 #pragma once
 /// \file
 /// Makes expression nodes of operands whose types are known at run time only. The type rules are BinaryResultType and
-/// UnaryResultType; what they refuse is logged here.
+/// UnaryResultType; an operator that they refuse is logged here.
 
 #include <string>
 #include <string_view>
-#include <type_traits>
 
 #include "vornrun/Log.h"
 #include "vornrun/datastructures/vorn/syntax/VornDataTypes.h"
@@ -21,9 +20,9 @@ using hold_any = basic_hold_any<char>;
 
 namespace vornrun {
 
-/// Finds the one operator instance for the types of its operands. Nothing is folded, swapped or converted: the node
-/// holds the operands as they come. The templates are instantiated for the operators of the language only, in source
-/// files of this directory.
+/// Finds the operator instance for the types of its operands. Nothing is folded, swapped or converted: the node holds
+/// the operands as they are. The templates are instantiated for the operators of the language only, in source files of
+/// this directory.
 class VornExpressionConstructor {
   public:
     VornExpressionConstructor() = default;
@@ -41,12 +40,17 @@ class VornExpressionConstructor {
     /// The same with both types known: allocates the node.
     /// \tparam ResultType BinaryResultType<Op, Left, Right>
     template <class Op, class ResultType, class Left, class Right>
-    static std::enable_if_t<ResultType::valid, TypedVornExpressionTree<typename ResultType::type>*> makeOperator(
-        TypedVornExpressionTree<Left>* left, TypedVornExpressionTree<Right>* right);
-    /// For the pairs that the operator does not take: logs them and returns null.
+    requires(ResultType::valid) static TypedVornExpressionTree<typename ResultType::type>* makeOperator(
+        TypedVornExpressionTree<Left>* left, TypedVornExpressionTree<Right>* right) {
+        return new TypedBinaryOperator<Op, typename ResultType::type, Left, Right>(left, right);
+    }
+    /// For the pairs that the operator does not take: logs them and returns null. The operands stay the caller's.
     template <class Op, class ResultType, class Left, class Right>
-    static std::enable_if_t<!ResultType::valid, VornExpressionTree*> makeOperator(
-        TypedVornExpressionTree<Left>* left, TypedVornExpressionTree<Right>* right);
+    requires(!ResultType::valid) static VornExpressionTree* makeOperator(TypedVornExpressionTree<Left>*,
+                                                                         TypedVornExpressionTree<Right>*) {
+        reportPair(Left::op, Op::text, Right::op);
+        return nullptr;
+    }
 
     /// The node `Op operand`, for VornNot and VornInvert.
     /// \pre the operand is not null

@@ -1,5 +1,7 @@
 #include "vornrun/algorithms/vornconstructor/VornPackageConstructor.h"
 
+#include <cassert>
+
 #include "vornrun/datastructures/vorn/syntax/VornPackage.h"
 
 namespace vornrun {
@@ -10,6 +12,7 @@ VornPackageConstructor::VornPackageConstructor(const std::string& name)
 VornPackageConstructor::~VornPackageConstructor() = default;
 
 void VornPackageConstructor::addDeclaration(VornComponentDeclaration* declaration) {
+    assert(mPackage != nullptr && "the package is taken");
     if (mPrivate) {
         mPackage->addPrivateDeclaration(declaration);
     } else {
@@ -18,6 +21,7 @@ void VornPackageConstructor::addDeclaration(VornComponentDeclaration* declaratio
 }
 
 void VornPackageConstructor::addImplementation(VornComponentImplementation* implementation) {
+    assert(mPackage != nullptr && "the package is taken");
     if (mPrivate) {
         mPackage->addPrivateImplementation(implementation);
     } else {
@@ -26,6 +30,7 @@ void VornPackageConstructor::addImplementation(VornComponentImplementation* impl
 }
 
 VornComponentDeclaration* VornPackageConstructor::getDeclarationFromCurrentPackage(const std::string& name) const {
+    assert(mPackage != nullptr && "the package is taken");
     return mPackage->findDeclaration(name);
 }
 

@@ -22,6 +22,7 @@ class VornPackageConstructor {
     /// Chooses the section that receives what is added from now on.
     void setPrivate(bool isPrivate) noexcept { mPrivate = isPrivate; }
 
+    // Precondition of the following operations: takePackage() has not been called, and pointers are not null.
     /// Adopts the declaration into the current section.
     void addDeclaration(VornComponentDeclaration* declaration);
     /// Adopts the implementation into the current section.
@@ -32,7 +33,8 @@ class VornPackageConstructor {
 
     /// The package, borrowed; null once it is taken.
     const VornPackage* package() const noexcept { return mPackage.get(); }
-    /// Hands the package over to the caller. Nothing may be added or looked up afterwards.
+    /// The package, owned by the caller from now on.
+    /// \post nothing may be added or looked up any more
     VornPackage* takePackage() noexcept;
 
   private:

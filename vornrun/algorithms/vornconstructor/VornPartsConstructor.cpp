@@ -2,10 +2,13 @@
 
 #include <memory>
 #include <stdexcept>
+#include <utility>
+
+#include "vornrun/Ownership.h"
 
 namespace vornrun {
 
-std::uint32_t VornPartsConstructor::portIdCounter = 10;
+constinit thread_local std::uint32_t VornPartsConstructor::portIdCounter = FIRST_PORT_ID;
 
 VornEventPort* VornPartsConstructor::createEventPort(const std::string& name, PortDirection direction,
                                                      bool nonblocking) {
@@ -35,9 +38,7 @@ VornDataPort* VornPartsConstructor::createDataPort(const std::string& name, Port
                                                    const PortTag& portTag) {
     std::unique_ptr<VornValue> owned(defaultValue);
     return withTagClass(tag, [&]<class T>() -> VornDataPort* {
-        auto* const typed = dynamic_cast<TypedVornValue<T>*>(owned.get());
-        if (typed != nullptr) static_cast<void>(owned.release());  // the port adopts it
-        return createDataPort<T>(name, direction, typed, portTag);
+        return createDataPort<T>(name, direction, castOwned<TypedVornValue<T>>(std::move(owned)).release(), portTag);
     });
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Makes the ports of component types and hands out their process-wide ids.
+/// Makes the ports of component types and gives them their ids.
 
 #include <cstdint>
 #include <string>
@@ -9,12 +9,14 @@
 
 namespace vornrun {
 
-/// Each operation gives a new port, owned by the caller, with the next id. Only the thread that parses uses it.
+/// Each operation returns a new port, owned by the caller, with the next id.
 class VornPartsConstructor {
   public:
-    /// The id of the next port. It starts at 10 and is never reset, so that ids follow the order of parsing; the
-    /// largest unsigned numbers stay free for the synthetic ports of realised components.
-    static std::uint32_t portIdCounter;
+    static constexpr std::uint32_t FIRST_PORT_ID = 10;
+    /// The id of the next port that this thread makes. It starts at FIRST_PORT_ID and counts over all files, so that
+    /// ids follow the order of parsing; FreshIds starts it anew. The largest unsigned numbers are for the
+    /// synthetic ports of realised components.
+    static thread_local std::uint32_t portIdCounter;
 
     static VornEventPort* createEventPort(const std::string& name, PortDirection direction, bool nonblocking);
     /// An error port that does not occur by itself.

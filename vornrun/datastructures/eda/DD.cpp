@@ -1,14 +1,14 @@
 #include "vornrun/datastructures/eda/DD.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
+#include <cassert>
 #include <fstream>
-#include <iostream>
 #include <map>
+#include <string>
 #include <unordered_map>
 
 #include "vornrun/datastructures/eda/EDANetwork.h"
+#include "vornrun/datastructures/eda/ModeFlags.h"
 
 namespace vornrun {
 
@@ -19,31 +19,18 @@ namespace {
 /// The level that no flow may reach. A chain of this many flows is the longest that passes.
 constexpr unsigned int LEVEL_LIMIT = 128;
 
-/// Ends the process at once: other threads may still be running, so that nothing that they use may be torn down. The
-/// log is closed, which a thread that writes to it survives.
-[[noreturn]] void stopOnCycle(const Log& log) {
-    log.write(LogLevel::Fatal, "Dataflow topology level > 128, possible cycle");
-    Log::shutdown();
-    std::cout.flush();
-    std::fflush(nullptr);
-    std::_Exit(1);
+[[noreturn]] void refuseLevel(const Log& log) {
+    const std::string text = "Dataflow topology level > 128, possible cycle";
+    log.write(LogLevel::Fatal, text);
+    throw flow_topology_exception(text);
 }
 
 }  // namespace
 
-struct DD::EDAFlow {
-    EDA* eda;
-    const RealisedFlow* flow;
-    std::vector<EDAFlow*> dependencies;  // the flows that write a value that this one reads
-    std::vector<EDAFlow*> dependents;    // the flows that read the value that this one writes
-    bool active = true;
-    bool activeInAllModes;
-    std::vector<bool> activeInMode;  // by RealisedMode::index()
-    std::size_t number = 0;          // position before the sort: the order of automata and declaration
-    unsigned int level = 0;
-};
-
-DD::DD(const EDANetwork* network) { buildTopology(network); }
+DD::DD(const EDANetwork* network) {
+    assert(network != nullptr);
+    buildTopology(network);
+}
 
 DD::~DD() = default;
 
@@ -55,9 +42,7 @@ void DD::buildTopology(const EDANetwork* network) {
             auto entry = std::make_unique<EDAFlow>();
             entry->eda = eda;
             entry->flow = flow.get();
-            entry->activeInAllModes = flow->activeIn().empty();
-            entry->activeInMode.resize(component->modes().size());
-            for (const RealisedMode* mode : flow->activeIn()) entry->activeInMode[mode->index()] = true;
+            entry->activeInMode = modeFlags(flow->activeIn(), component->modes().size());
             entry->number = mFlows.size();
             mFlowsOfEDA[eda->index()].push_back(entry.get());
             mFlows.push_back(std::move(entry));
@@ -83,8 +68,8 @@ void DD::linkDependencies() {
     }
 }
 
-/// A flow's level is the length of the longest path from it to a flow that nobody reads; higher levels run first. A
-/// cycle that nothing outside it reads has no level of its own and runs at level 0.
+/// A flow's level is the length of the longest path from it to a flow that nobody reads. Higher levels run first. A
+/// cycle that nothing outside it reads has no level and runs at level 0.
 void DD::sortByLevel() {
     std::vector<EDAFlow*> current;
     for (const auto& flow : mFlows)
@@ -102,7 +87,7 @@ void DD::sortByLevel() {
                 next.push_back(writer);
             }
         }
-        if (level == LEVEL_LIMIT) stopOnCycle(sLogger);
+        if (level == LEVEL_LIMIT) refuseLevel(sLogger);
         current = std::move(next);
     }
     if (sLogger.isOn(LogLevel::Debug)) {
@@ -119,7 +104,7 @@ void DD::sortByLevel() {
 }
 
 void DD::refresh(EDAFlow& flow) {
-    flow.active = flow.eda->active() && (flow.activeInAllModes || flow.activeInMode[flow.eda->currentMode()->index()]);
+    flow.active = flow.eda->active() && flow.activeInMode[flow.eda->currentMode()->index()];
 }
 
 void DD::collectActive() {
@@ -136,7 +121,7 @@ void DD::updateTopology() {
 void DD::updateTopology(std::vector<EDA*>& changed) {
     bool anyChange = false;
     for (EDA* eda : changed) {
-        eda->notedForFlows = false;
+        eda->flowsAreRefreshed();
         for (EDAFlow* flow : mFlowsOfEDA[eda->index()]) {
             const bool before = flow->active;
             refresh(*flow);
@@ -156,17 +141,21 @@ void DD::propagateValuesAlongDependencies() {
 
 void DD::saveTopology() const {
     std::ofstream file("DD_output.txt");
+    writeTopology(file);
+}
+
+void DD::writeTopology(std::ostream& stream) const {
     std::unordered_map<const EDAFlow*, std::size_t> numbers;
     for (std::size_t i = 0; i < mFlows.size(); ++i) numbers[mFlows[i].get()] = i + 1;
     // Both dumps carry the same graph name.
-    file << "digraph EC {\n";
+    stream << "digraph EC {\n";
     for (const auto& flow : mFlows)
-        file << " " << numbers[flow.get()] << "[label=\"" << static_cast<const Realisation&>(*flow->flow)
-             << "\" color=" << (flow->active ? "green" : "red") << "];\n";
+        stream << " " << numbers[flow.get()] << "[label=\"" << static_cast<const Realisation&>(*flow->flow)
+               << "\" color=" << (flow->active ? "green" : "red") << "];\n";
     for (const auto& flow : mFlows)
         for (const EDAFlow* dependent : flow->dependents)
-            file << numbers[flow.get()] << "->" << numbers[dependent] << "\n";
-    file << "}\n";
+            stream << numbers[flow.get()] << "->" << numbers[dependent] << "\n";
+    stream << "}\n";
 }
 
 std::vector<const RealisedFlow*> DD::evaluationOrder() const {

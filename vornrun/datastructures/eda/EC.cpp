@@ -1,41 +1,18 @@
 #include "vornrun/datastructures/eda/EC.h"
 
 #include <algorithm>
+#include <cassert>
 #include <fstream>
 #include <ostream>
 #include <unordered_map>
 
 #include "vornrun/datastructures/eda/EDANetwork.h"
+#include "vornrun/datastructures/eda/ModeFlags.h"
 #include "vornrun/datastructures/vorn/realisation/ModelException.h"
 
 namespace vornrun {
 
 const Log EC::sLogger("root.eda.network.ec");
-
-/// A connection, or the implicit edge (without owner and connection) between a subcomponent's port and a parent that
-/// uses that port directly.
-struct EC::Edge {
-    EDA* owner;  // the automaton in whose component the connection is declared
-    const RealisedConnection* connection;
-    ConnPath* from;
-    ConnPath* to;
-    std::vector<bool> inMode;  // by RealisedMode::index() of the owner: whether the connection exists
-    bool active = true;
-};
-
-/// A port, in the name of an automaton: its owner, or the parent that uses it directly.
-struct EC::ConnPath {
-    EDA* eda;
-    const RealisedEventPort* port;
-    const PortTransitions* transitions;
-    std::vector<std::unique_ptr<Edge>> edges;  // the implicit one first, then by owner and declaration
-    std::vector<ConnPath*> upstream;           // the nodes with an edge to this one
-    // What getTargets() gives from here; computed on demand, dropped when an edge behind this node switches.
-    mutable std::vector<Target> targets;
-    mutable bool targetsKnown = false;
-    mutable bool onWalk = false;  // between the start of the present walk and where it has come
-    unsigned long visit = 0;      // the last invalidateUpstream() that came by
-};
 
 /// Builds the graph; its maps are not needed afterwards.
 class EC::Builder {
@@ -96,10 +73,7 @@ class EC::Builder {
         if (connection == nullptr) {
             if (to->eda != from->eda) dependOn(to->eda, edge.get());
         } else {
-            const auto& modes = owner->component()->modes();
-            edge->inMode.resize(modes.size());
-            for (const auto& mode : modes) edge->inMode[mode->index()] = connection->modes().empty();
-            for (const RealisedMode* mode : connection->modes()) edge->inMode[mode->index()] = true;
+            edge->inMode = modeFlags(connection->modes(), owner->component()->modes().size());
             if (owner != from->eda) dependOn(owner, edge.get());
         }
         from->edges.push_back(std::move(edge));
@@ -113,8 +87,8 @@ class EC::Builder {
                 addEdge(eda, connection.get(), nodeOf(eda, connection->source()), nodeOf(eda, connection->target()));
     }
 
-    /// `parent` has a transition on a subcomponent's port. Of several automata that use one port so, parent and
-    /// grandparent say, only the first gets the edge.
+    /// `parent` has a transition on a subcomponent's port. When several automata use one port like this, parent and
+    /// grandparent for instance, only the first gets the edge.
     void communicateDirectly(EDA* parent, const RealisedEventPort* port) {
         ConnPath* owned = nodeOf(parent, port);
         const auto& sources = mTopology.mSources;
@@ -161,8 +135,8 @@ EC::EC(const EDANetwork* network) : mEdgesOfEDA(network->edas().size()) {
 
 EC::~EC() = default;
 
-/// The automaton behind the target of a connection is not asked: the connection is there when its source is awake and
-/// its owner's mode keeps it.
+/// A connection is active when its source is awake and the mode of its owner has it. The automaton at its target may be
+/// asleep.
 void EC::refreshEdge(Edge& edge) {
     bool active = edge.from->eda->active();
     if (active && edge.connection != nullptr)
@@ -197,7 +171,7 @@ void EC::updateTopology() {
 
 void EC::updateTopology(std::vector<EDA*>& changed) {
     for (EDA* eda : changed) {
-        eda->notedForConnections = false;
+        eda->connectionsAreRefreshed();
         for (Edge* edge : mEdgesOfEDA[eda->index()]) refreshEdge(*edge);
     }
     changed.clear();
@@ -230,9 +204,9 @@ void EC::enter(const ConnPath& node, bool passive, std::vector<Target>& result) 
     result.push_back({node.eda, node.port, passive, node.transitions});
 }
 
-/// Depth first over active edges. The way is kept in a list of its own, since its length is the model's to choose.
+/// Depth first over active edges. The path is in a list and not on the stack, since a model may make it very long.
 void EC::walk(const ConnPath& start, std::vector<Target>& result) const {
-    // Leaves no mark behind on any way out, an exception included.
+    // Removes all marks on every way out, an exception included.
     struct Cleanup {
         std::vector<Step>& steps;
         explicit Cleanup(std::vector<Step>& walk) : steps(walk) {}
@@ -272,23 +246,27 @@ std::vector<std::tuple<EDA*, const RealisedEventPort*, bool>> EC::getTargets(con
 
 void EC::saveTopology() const {
     std::ofstream file("EC_output.txt");
+    writeTopology(file);
+}
+
+void EC::writeTopology(std::ostream& stream) const {
     std::unordered_map<const ConnPath*, std::size_t> numbers;
     for (std::size_t i = 0; i < mPaths.size(); ++i) numbers[mPaths[i].get()] = i + 1;
-    file << "digraph EC {\n";
+    stream << "digraph EC {\n";
     for (const auto& node : mPaths)
-        file << " " << numbers[node.get()] << "[label=\"" << node->port->identifier() << "\" color=\""
-             << (node->eda->active() ? "green" : "red") << "\"]\n";
+        stream << " " << numbers[node.get()] << "[label=\"" << node->port->identifier() << "\" color=\""
+               << (node->eda->active() ? "green" : "red") << "\"]\n";
     for (const auto& node : mPaths) {
         for (const auto& edge : node->edges) {
-            file << numbers[node.get()] << "->" << numbers[edge->to] << "[";
+            stream << numbers[node.get()] << "->" << numbers[edge->to] << "[";
             if (edge->connection != nullptr) {
-                if (edge->connection->isPassive()) file << " style=dotted";
-                file << " label=\"" << static_cast<const Realisation&>(*edge->connection) << "\"";
+                if (edge->connection->isPassive()) stream << " style=dotted";
+                stream << " label=\"" << static_cast<const Realisation&>(*edge->connection) << "\"";
             }
-            file << (edge->active ? " color=green" : " color=red") << "]\n";
+            stream << (edge->active ? " color=green" : " color=red") << "]\n";
         }
     }
-    file << "}\n";
+    stream << "}\n";
 }
 
 }  // namespace vornrun

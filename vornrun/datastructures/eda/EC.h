@@ -1,8 +1,10 @@
 #pragma once
 /// \file
-/// The event connection topology: when an event port fires, which ports hear it, now. A directed graph over ports,
-/// fixed once the network is built; only the activity of its edges changes, with modes and the active set.
+/// The event connection topology: which ports hear an event port that fires now. It is a directed graph over ports. The
+/// graph is fixed once the network is built; only the activity of its edges changes, with modes and the active set.
 
+#include <cstddef>
+#include <iosfwd>
 #include <memory>
 #include <tuple>
 #include <vector>
@@ -17,11 +19,11 @@ class EDANetwork;
 
 class EC {
   public:
-    /// A port that hears an event, with the automaton that reacts on it.
+    /// A port that hears an event, with the automaton that reacts to it.
     struct Target {
         EDA* eda;
         const RealisedEventPort* port;
-        bool passive;                        // the way to it passed a passive connection
+        bool passive;                        // a connection on the path to it is passive
         const PortTransitions* transitions;  // of the automaton on the port; null when none listens
 
         /// The automaton's transitions on the port out of its current mode; null for none at all.
@@ -30,26 +32,53 @@ class EC {
         }
     };
 
-    /// Reads the network's list of automata only.
+    struct ConnPath;
+    /// A connection, or the implicit edge between a subcomponent's port and a parent that uses that port directly. The
+    /// implicit edge has neither owner nor connection.
+    struct Edge {
+        EDA* owner;  // the automaton in whose component the connection is declared
+        const RealisedConnection* connection;
+        ConnPath* from;
+        ConnPath* to;
+        std::vector<bool> inMode;  // by RealisedMode::index() of the owner: whether the connection exists
+        bool active = true;
+    };
+    /// A node of the graph: a port, and the automaton that uses it. That is the port's owner, or the owner's parent.
+    struct ConnPath {
+        EDA* eda;
+        const RealisedEventPort* port;
+        const PortTransitions* transitions;        // of the automaton on the port; null when none listens
+        std::vector<std::unique_ptr<Edge>> edges;  // the implicit one first, then by owner and declaration
+        std::vector<ConnPath*> upstream;           // the nodes with an edge to this one
+        // The result of targets() for this node, computed on demand. An edge behind this node drops it when it
+        // switches.
+        mutable std::vector<Target> targets;
+        mutable bool targetsKnown = false;
+        mutable bool onWalk = false;  // on the path that the current walk is on
+        unsigned long visit = 0;      // the last invalidateUpstream() that has reached the node
+    };
+
+    /// Reads only the network's list of automata. The network is not owned and not null.
     explicit EC(const EDANetwork* network);
     EC(const EC&) = delete;
     EC& operator=(const EC&) = delete;
-    virtual ~EC();  // the class of the nodes is incomplete here
+    virtual ~EC();
 
     /// Recomputes the activity of all edges.
     void updateTopology();
-    /// The same, looking only at edges that depend on the given automata; empties the list.
+    /// The same for the edges that depend on the given automata alone; empties the list.
     void updateTopology(std::vector<EDA*>& changed);
 
-    /// Who hears the port, itself first, in the order of the walk over active edges; of the edges of one port the
-    /// implicit one comes first, then connections by the owner's position in the network and as declared. A port
-    /// reached over two ways stands twice.
-    /// \pre the port is the trigger of an element of getTriggers() or getSourceTransitions()
-    /// \throws model_exception when active connections form a cycle
+    /// The ports that hear the port, itself first, in the order of a depth-first walk over active edges. Of the edges
+    /// of one port the implicit one comes first, then connections by the owner's position in the network and as
+    /// declared. A port with two paths to it is listed twice. \pre the port is the trigger of an element of
+    /// getTriggers() or getSourceTransitions() \throws model_exception when active connections form a cycle
     std::vector<std::tuple<EDA*, const RealisedEventPort*, bool>> getTargets(const RealisedEventPort* port) const;
-    /// The same without a copy; valid until the next update.
+    /// The same without a copy; not owned by the caller, valid until the next update.
     const std::vector<Target>& targets(const RealisedEventPort* port) const;
 
+    /// The nodes in creation order.
+    const std::vector<std::unique_ptr<ConnPath>>& paths() const noexcept { return mPaths; }
     /// The transitions that listen on the event's port in the automaton that raises it; null for none.
     const PortTransitions* transitionsOf(const QualifiedEvent& event) const;
 
@@ -57,14 +86,14 @@ class EC {
     const std::vector<QualifiedEvent>& getTriggers() const noexcept { return mTriggers; }
     /// The transitions that can start an event, in the order of automata and ids.
     const QualifiedTransitions& getSourceTransitions() const noexcept { return mSourceTransitions; }
-    /// Writes the graph in the DOT language to "EC_output.txt" in the working directory; a failure is ignored.
+    /// Writes the graph in the DOT language.
+    void writeTopology(std::ostream& stream) const;
+    /// The same to "EC_output.txt" in the working directory; a failure is ignored.
     void saveTopology() const;
 
   private:
-    struct ConnPath;
-    struct Edge;
     class Builder;
-    /// A node on the way of a walk, and which of its edges comes next.
+    /// A node on the path of a walk, and which of its edges comes next.
     struct Step {
         const ConnPath* node;
         bool passive;

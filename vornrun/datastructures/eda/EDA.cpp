@@ -1,6 +1,7 @@
 #include "vornrun/datastructures/eda/EDA.h"
 
 #include <algorithm>
+#include <cassert>
 #include <ostream>
 #include <sstream>
 
@@ -33,7 +34,7 @@ void storeDefault(GlobalValuation& valuation, const TypedValueRef& slot, const V
         storeTypeDefault(valuation, slot);
 }
 
-/// Numbers lists so that equal ones share a number: the position of the first equal list.
+/// The number of a list: the position of the first equal list. Equal lists have the same number.
 template <class ListOf>
 std::size_t classOf(std::size_t index, const ListOf& listOf) {
     for (std::size_t earlier = 0; earlier < index; ++earlier)
@@ -53,6 +54,7 @@ EDA::EDA(const VornComponentRealisation* component, ValuationPtr valuation)
       mReactivating(false),
       mIndex(0),
       mChanges(nullptr) {
+    assert(component != nullptr && mValuation != nullptr);
     const auto& modes = component->modes();
     const auto initial = std::find_if(modes.begin(), modes.end(), [](const auto& mode) { return startsHere(*mode); });
     if (initial == modes.end())
@@ -61,17 +63,11 @@ EDA::EDA(const VornComponentRealisation* component, ValuationPtr valuation)
     mInitialMode = initial->get();
     VORNRUN_LOG(sLogger, Debug, "Set initial mode to: " << mInitialMode->name());
 
-    // Of several the last decides. One of another type cannot hold a mode and mirrors nothing.
+    // Of several the last one counts. One of another type cannot hold a mode and is ignored.
     for (const auto& data : component->data())
         if (data->identifier() == "mode" && data->type() == VornDataTypeTag::VornMode)
             mModeReference = component->valueRef(data.get());
     for (const auto& [part, slot] : component->valueTrajectories()) mRateSlots.emplace_back(part->type(), slot);
-    for (const auto& mode : modes)
-        if (mode->invariant() != nullptr && !mode->invariant()->isSimple())
-            mTimedExpressions.push_back(mode->invariant());
-    for (const auto& transition : component->transitions())
-        if (transition->guard() != nullptr && !transition->guard()->isSimple())
-            mTimedExpressions.push_back(transition->guard());
     planModes();
     setInitial();
 }
@@ -108,25 +104,25 @@ void EDA::setInitial() {
     setMode(mInitialMode);
     setDefaults();
     setReactivating(false);
-    invalidateInvariantCache(0.0);
     VORNRUN_LOG(sLogger, Trace, "EDA Reset complete. New state: " << *this);
 }
 
 void EDA::setDefaults() {
     for (const auto& data : mComponent->data()) {
         const TypedValueRef slot(data->type(), mComponent->valueRef(data.get()));
-        // The mode's mirror was written with the mode.
+        // setMode() has written the slot of the mode.
         if (slot.first == VornDataTypeTag::VornMode && slot.second == mModeReference) continue;
         storeDefault(*mValuation, slot, data->data()->defaultValue());
     }
     for (const auto& port : mComponent->dataPorts()) {
-        // In ports are driven by flows and keep whatever they hold.
+        // Flows drive the in ports, which keep their values here.
         if (port->direction() != PortDirection::out || port->realises()->defaultValue() == nullptr) continue;
         storeDefault(*mValuation, {port->type(), mComponent->valueRef(port.get())}, port->realises()->defaultValue());
     }
 }
 
 EDA::TopologyEffect EDA::setMode(const RealisedMode* mode) {
+    assert(mode != nullptr);
     if (mode == mCurrentMode) return NoEffect;
     const RealisedMode* previous = mCurrentMode;
     mCurrentMode = mode;
@@ -170,10 +166,6 @@ EDA::TopologyEffect EDA::takeTransition(TransitionPtr transition, bool endsReact
     TopologyEffect effect = NoEffect;
     if (!transition->effects().empty()) {
         applyEffects(transition);
-        // Stored results stay true as long as neither a value that evolves nor a rate changes.
-        if (transition->touchesContinuous() || !transition->source()->trajectories().empty() ||
-            !transition->target()->trajectories().empty())
-            invalidateInvariantCache(0.0);
         effect = DataEffect;
     }
     effect |= setMode(transition->target());
@@ -189,7 +181,7 @@ EDA::TopologyEffect EDA::activate() {
         VORNRUN_LOG(sLogger, Trace, "EDA activation: Reactivating");
         setReactivating(true);
         if (reactivations.size() == 1) {
-            // The step is taken as an ordinary one; what it makes stale is covered by the activation itself.
+            // An ordinary step. The activation itself covers what the step makes stale.
             takeEventTransition(reactivations.front());
             setReactivating(false);
         }
@@ -223,7 +215,7 @@ void EDA::setInactive() {
 EDA::TopologyEffect EDA::updateSubcomponentTopology() {
     if (mSubcomponentEDAs.empty()) return NoEffect;
     const auto& existing = mComponent->activeSubcomponents(mCurrentMode);
-    // The bucket lists the subcomponents in their own order, so that one walk over both tells who exists.
+    // Both lists have the same order, so that one walk over them tells who exists.
     auto next = existing.begin();
     TopologyEffect effect = NoEffect;
     for (EDA* child : mSubcomponentEDAs) {
@@ -237,7 +229,7 @@ EDA::TopologyEffect EDA::updateSubcomponentTopology() {
 
 void EDA::increaseTime(Time delay) {
     VORNRUN_LOG(sLogger, Trace, identifier() << " will increase time by " << delay);
-    // A clock advances by the delay whatever its rate slot says, and once more by an equation of its own.
+    // A clock advances by the delay, whatever its rate slot says, and once more by an equation of its own.
     for (const auto& [clock, slot] : mPlans[mCurrentMode->index()].clocks) {
         VORNRUN_LOG(sLogger, Trace, "Increasing clock " << static_cast<const Realisation&>(*clock));
         mValuation->setValue<VornClock>(slot, mValuation->getValueDirect<VornClock>(slot) + delay);
@@ -250,19 +242,21 @@ void EDA::increaseTime(Time delay) {
 
 void EDA::takeTimedTransition(Time delay) {
     if (delay == 0.0) return;
-    // Where nothing evolves, the passage of time leaves no more than a record.
+    // Where nothing evolves, there is nothing to do but to log.
     const bool evolving = !mPlans[mCurrentMode->index()].clocks.empty() || !mCurrentMode->trajectories().empty();
     if (evolving || sLogger.isOn(LogLevel::Trace)) increaseTime(delay);
-    for (const VornLinearExpression* expression : mTimedExpressions) expression->offsetCache(delay);
 }
 
 void EDA::invalidateInvariantCache(Time delay) {
-    for (const VornLinearExpression* expression : mTimedExpressions) {
+    const auto refresh = [delay](const VornLinearExpression* expression) {
+        if (expression == nullptr) return;
         if (delay == 0.0)
             expression->invalidateCache();
         else
             expression->offsetCache(delay);
-    }
+    };
+    for (const auto& mode : mComponent->modes()) refresh(mode->invariant());
+    for (const auto& transition : mComponent->transitions()) refresh(transition->guard());
 }
 
 bool EDA::canLocallyTakeEventTransition(TransitionPtr transition) {
@@ -270,7 +264,7 @@ bool EDA::canLocallyTakeEventTransition(TransitionPtr transition) {
 }
 
 bool EDA::targetInvariantHolds(TransitionPtr transition) {
-    // Without a write to what evolves, the effects cannot reach an invariant.
+    // Invariants read only what evolves: other effects cannot change them.
     if (!transition->touchesContinuous()) return transition->target()->invariantHolds();
     const ScopedLayer layer(*mValuation);
     applyEffects(transition);
@@ -279,22 +273,13 @@ bool EDA::targetInvariantHolds(TransitionPtr transition) {
 
 TimeInterval EDA::transitionRemainsValidFor(TransitionPtr transition) {
     TimeInterval guard = transition->guardHoldsWhile();
-    const VornLinearExpression* invariant = transition->target()->invariant();
-    if (invariant == nullptr || guard.empty()) return guard;
-    TimeInterval allowed = TimeInterval::EmptyInterval;
-    if (!transition->touchesContinuous()) {
-        allowed = transition->target()->invariantHoldsWhile();
-    } else {
-        const ScopedLayer layer(*mValuation);
-        applyEffects(transition);
-        invariant->invalidateCache();
-        freezeWrittenRates(transition);
-        allowed = transition->target()->invariantHoldsWhile();
-    }
-    // The stored result speaks of a state that no longer exists.
-    if (transition->touchesContinuous()) invariant->invalidateCache();
-    if (guard.empty() || allowed.empty()) return TimeInterval::EmptyInterval;
-    return guard.intersect(allowed);
+    const RealisedMode* target = transition->target();
+    if (target->invariant() == nullptr || guard.empty()) return guard;
+    if (!transition->touchesContinuous()) return guard.intersect(target->invariantHoldsWhile());
+    const ScopedLayer layer(*mValuation);
+    applyEffects(transition);
+    freezeWrittenRates(transition);
+    return guard.intersect(target->invariantHoldsWhile());
 }
 
 /// What an effect has set counts as constant over the delay, clocks too: unlike on entering a mode, where a clock's
@@ -316,13 +301,13 @@ std::vector<const RealisedEventPort*> EDA::activeSubcomponentTriggers() const {
 
 void EDA::setState(const State& state) {
     const auto& [mode, active, reactivating] = state;
+    assert(mode != nullptr);
     if (mode != mCurrentMode) {
         mCurrentMode = mode;
         noteChange();
     }
     setActive(active);
     setReactivating(reactivating);
-    invalidateInvariantCache(0.0);
 }
 
 void EDA::setActive(bool active) {
@@ -341,9 +326,9 @@ void EDA::setReactivating(bool reactivating) {
 void EDA::noteChange() {
     if (mChanges == nullptr) return;
     ++mChanges->configuration;
-    if (!notedForConnections) mChanges->forConnections.push_back(this);
-    if (!notedForFlows) mChanges->forFlows.push_back(this);
-    notedForConnections = notedForFlows = true;
+    if (!mNotedForConnections) mChanges->forConnections.push_back(this);
+    if (!mNotedForFlows) mChanges->forFlows.push_back(this);
+    mNotedForConnections = mNotedForFlows = true;
 }
 
 std::string EDA::valuationStr() const {

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
 /// The automaton of one component instance: its mode, whether it is active, and whether it waits to be reactivated.
-/// It takes its own steps; that automata synchronise is the network's business.
+/// It takes its own steps; the network synchronises automata.
 
 #include <iosfwd>
 #include <stdexcept>
@@ -24,20 +24,20 @@ class eda_model_exception : public std::runtime_error {
 
 class EDA;
 
-/// The automata whose mode or activity has changed since each of the two topologies last looked, every automaton once.
-/// Filled by the automata, emptied by the topologies when they refresh themselves.
+/// The automata whose mode or activity has changed since each of the two topologies was last refreshed, every automaton
+/// once. The automata fill the lists, and the topologies empty them when they refresh themselves.
 struct EDAChanges {
     std::vector<EDA*> forConnections;
     std::vector<EDA*> forFlows;
     /// An automaton's `active` or `reactivating` has changed: the network's list of active automata is stale.
     bool activity = true;
-    /// Counts the changes of modes and activity, so that a list of what can happen now knows whether it is stale.
+    /// Counts the changes of modes and activity. A stored list of what can happen now is stale when the count differs.
     unsigned long configuration = 1;
 };
 
 class EDA {
   public:
-    /// What a step has made stale, as a set of bits.
+    /// What a step makes stale, as a set of bits.
     enum TopologyEffect : unsigned int {
         NoEffect = 0,
         DataEffect = 1,       // data flows, or values that they read
@@ -48,17 +48,21 @@ class EDA {
     using State = std::tuple<const RealisedMode*, bool, bool>;
 
     /// Starts active, in the first mode of type initial or activation, with default values.
-    /// \param component not owned
+    /// \param component not owned, not null
+    /// \param valuation the store that holds the component's values; not null
     /// \throws eda_model_exception when there is no such mode
     EDA(const VornComponentRealisation* component, ValuationPtr valuation);
     EDA(const EDA&) = delete;
     EDA& operator=(const EDA&) = delete;
 
-    /// Position in the network's order of automata: the order that every listing keyed by automata follows.
+    /// Position in the network's order of automata. Every listing of automata is in this order.
     unsigned int index() const noexcept { return mIndex; }
     void setIndex(unsigned int index) noexcept { mIndex = index; }
-    /// From now on changes of mode and activity are noted there; not owned.
+    /// From now on the automaton notes changes of mode and activity there. Not owned; null notes nothing.
     void noteChangesIn(EDAChanges* changes) noexcept { mChanges = changes; }
+    // The topologies call these when they have taken the automaton off a list of EDAChanges.
+    void connectionsAreRefreshed() noexcept { mNotedForConnections = false; }
+    void flowsAreRefreshed() noexcept { mNotedForFlows = false; }
 
     const VornComponentRealisation* component() const noexcept { return mComponent; }
     const std::vector<EDA*>& subcomponentEDAs() const noexcept { return mSubcomponentEDAs; }
@@ -74,12 +78,13 @@ class EDA {
 
     /// The automata of the direct subcomponents, in their order; not owned. Switches them by the current mode.
     TopologyEffect setSubcomponentEDAs(const std::vector<EDA*>& children);
-    /// Back to the initial mode and default values; in ports keep what they hold.
+    /// Back to the initial mode and default values; in ports keep their values.
     void setInitial();
-    /// Enters a mode and sets the rates that hold in it. Nothing happens when it is the current one.
+    /// Enters a mode of the component and sets the rates of that mode. Nothing happens when it is the current mode.
+    /// \pre the mode is not null
     TopologyEffect setMode(const RealisedMode* mode);
-    /// Wakes the automaton: by its reactivation transitions, or with a reset when it has none and its initial mode is
-    /// an activation mode, or as it was.
+    /// Wakes the automaton. With reactivation transitions it takes one of them or waits for the choice among several.
+    /// Without any, it is reset if its initial mode is an activation mode, and otherwise goes on as it was.
     TopologyEffect activate();
     /// Puts the automaton and all its descendants to sleep; modes and data stay.
     TopologyEffect deactivate();
@@ -90,26 +95,29 @@ class EDA {
     void applyEffects(TransitionPtr transition);
     TopologyEffect takeEventTransition(TransitionPtr transition);
     TopologyEffect takeReactivationTransition(TransitionPtr transition);
-    /// Lets time pass: clocks of the current mode, then trajectories.
+    /// Advances the clocks of the current mode and then applies its trajectories; a delay of 0 does nothing.
     void takeTimedTransition(Time delay);
+    /// The same, also for a delay of 0.
     void increaseTime(Time delay);
 
-    /// Whether guard and target invariant (after the effects) allow the transition now; the source is not checked.
+    /// Whether the guard holds now, and the target's invariant after the effects. The source is not checked.
     bool canLocallyTakeEventTransition(TransitionPtr transition);
+    /// Whether the target's invariant holds after the effects.
     bool targetInvariantHolds(TransitionPtr transition);
-    /// The delays at which the transition could be taken. A clock or continuous variable that an effect writes counts
-    /// as standing still from then on, clocks too.
+    /// The delays at which the transition can be taken. A clock or continuous variable that an effect writes counts as
+    /// constant over the delay.
     TimeInterval transitionRemainsValidFor(TransitionPtr transition);
     /// The delays that the current mode's invariant allows.
     TimeInterval invariantsRemainValidFor() const { return mCurrentMode->invariantHoldsWhile(); }
-    /// Drops (delay 0) or shifts the stored results of all invariants and guards.
+    /// Drops (delay 0) or shifts the last results of all invariants and guards. No run needs this, since results are
+    /// computed when they are asked for.
     void invalidateInvariantCache(Time delay);
 
     /// Triggers on subcomponents' ports out of the current mode, duplicates kept.
     std::vector<const RealisedEventPort*> activeSubcomponentTriggers() const;
 
     State getState() const { return {mCurrentMode, mActive, mReactivating}; }
-    /// Writes the state as it is; the values are restored beside it.
+    /// Writes the state as it is; the values are not touched.
     void setState(const State& state);
 
     /// The data on one line.
@@ -117,9 +125,9 @@ class EDA {
     friend std::ostream& operator<<(std::ostream& stream, const EDA& eda);
 
   private:
-    /// What entering or leaving a mode needs at hand.
+    /// What is computed once for each mode.
     struct ModePlan {
-        std::vector<std::pair<const RealisedDataSubcomponent*, ValueRef>> clocks;  // advancing in this mode
+        std::vector<std::pair<const RealisedDataSubcomponent*, ValueRef>> clocks;  // that advance in this mode
         std::size_t connectionClass = 0;  // equal for modes with equal lists of active connections
         std::size_t flowClass = 0;        // equal for modes with equal lists of active flows
     };
@@ -146,14 +154,11 @@ class EDA {
 
     unsigned int mIndex;
     EDAChanges* mChanges;
-    std::vector<ModePlan> mPlans;                                // by RealisedMode::index()
-    std::vector<TypedValueRef> mRateSlots;                       // of all data and data ports
-    std::vector<const VornLinearExpression*> mTimedExpressions;  // invariants and guards that store results
-
-  public:
-    // Marks of membership in the lists of EDAChanges, kept here so that noting a change costs no search.
-    bool notedForConnections = false;
-    bool notedForFlows = false;
+    std::vector<ModePlan> mPlans;           // by RealisedMode::index()
+    std::vector<TypedValueRef> mRateSlots;  // of all data and data ports
+    // Whether the automaton is on the lists of EDAChanges, so that noting a change costs no search.
+    bool mNotedForConnections = false;
+    bool mNotedForFlows = false;
 };
 
 inline EDA::TopologyEffect operator|(EDA::TopologyEffect a, EDA::TopologyEffect b) {
@@ -165,8 +170,8 @@ inline bool holds(EDA::TopologyEffect set, EDA::TopologyEffect bit) {
     return (static_cast<unsigned int>(set) & static_cast<unsigned int>(bit)) != 0;
 }
 
-/// Orders automata by their position in the network, so that no order follows memory addresses and a run is the same
-/// on every machine.
+/// Orders automata by their position in the network. No order follows memory addresses, so that a run is the same on
+/// every machine.
 struct EDAOrder {
     bool operator()(const EDA* a, const EDA* b) const noexcept { return a->index() < b->index(); }
 };

@@ -1,6 +1,7 @@
 #include "vornrun/datastructures/eda/EDANetwork.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <ostream>
 #include <sstream>
@@ -15,6 +16,7 @@ const Log EDANetwork::sLogger("root.eda.network");
 
 EDANetwork::EDANetwork(VornComponentRealisation* root, ValuationPtr valuation)
     : mValuation(std::move(valuation)), mRootEDA(nullptr), mReactivationPending(false) {
+    assert(root != nullptr && mValuation != nullptr);
     mRootEDA = buildEDAs(root);
     mRootEDA->updateSubcomponentTopology();
     storeEventNames();
@@ -86,7 +88,7 @@ std::vector<EDA*> EDANetwork::edasOfComponents(const std::vector<const VornCompo
 void EDANetwork::takeEventTransition(const QualifiedTransitions& transitions) {
     EDA::TopologyEffect effect = EDA::NoEffect;
     for (const auto& [eda, transition] : transitions) effect |= eda->takeEventTransition(transition);
-    // An automaton that a parent before it in the list has put to sleep in this very step is left alone.
+    // Skips an automaton that a parent earlier in the list has put to sleep in this step.
     for (const auto& [eda, transition] : transitions)
         if (eda->active()) effect |= eda->updateSubcomponentTopology();
     computeDynamicAttributes(effect);
@@ -150,11 +152,14 @@ void EDANetwork::restore(const GlobalConfigurationSnapshot& snapshot) {
     mValuation->revertTo(snapshot.values());
     logTopologyChange();
     computeActiveEDAs();
-    // The restored values were consistent when they were taken: nothing is propagated, and the flows' flags stay.
+    // The restored values are consistent already: nothing is propagated, and the flags of the flows stay.
     computeEventConnections();
 }
 
-void EDANetwork::setState(const GlobalConfigurationSnapshot* snapshot) { restore(*snapshot); }
+void EDANetwork::setState(const GlobalConfigurationSnapshot* snapshot) {
+    assert(snapshot != nullptr);
+    restore(*snapshot);
+}
 
 void EDANetwork::pushState() { mStateStack.emplace_back(getState()); }
 
@@ -169,6 +174,12 @@ void EDANetwork::applyState() { mStateStack.clear(); }
 
 void EDANetwork::reset() { restore(*mInitialState); }
 
+void EDANetwork::restart() {
+    mStateStack.clear();
+    reset();
+    mDataDependencies->updateTopology();
+}
+
 // ---- Reports
 
 std::string EDANetwork::reportAllCurrentTransitions() {
@@ -176,6 +187,10 @@ std::string EDANetwork::reportAllCurrentTransitions() {
     computeActiveEDAs();
     computeEventConnections();
     computeDataDependencies();
+    return reportActiveTriggers();
+}
+
+std::string EDANetwork::reportActiveTriggers() const {
     std::ostringstream text;
     text << "Active triggers:\n";
     for (const auto& [eda, port] : activeTriggers())

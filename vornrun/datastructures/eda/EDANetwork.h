@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// All automata of one realised model and the two topologies over them: the only door through which a simulation
-/// touches the model. Between two calls valuation and topologies are consistent. One thread uses a network.
+/// All automata of one realised model and the two topologies over them. A simulation changes the model only through the
+/// network. Between two calls valuation and topologies are consistent. One thread at a time uses a network.
 
 #include <iosfwd>
 #include <memory>
@@ -20,8 +20,10 @@ namespace vornrun {
 
 class EDANetwork {
   public:
-    /// Builds automata and topologies and propagates data once. The instance tree is not owned.
+    /// Builds automata and topologies and propagates data once. The instance tree is not owned; neither argument is
+    /// null.
     /// \throws eda_model_exception when a component has no mode to start in
+    /// \throws flow_topology_exception when flows form a cycle that something reads, or too long a chain
     EDANetwork(VornComponentRealisation* root, ValuationPtr valuation);
     EDANetwork(const EDANetwork&) = delete;
     EDANetwork& operator=(const EDANetwork&) = delete;
@@ -61,11 +63,12 @@ class EDANetwork {
     const QualifiedTransitions& currentActiveTransitions() const;
     /// The same into a list that is emptied first.
     void collectEnabledTransitions(QualifiedTransitions& result) const;
-    /// Per waiting automaton all its reactivation transitions, untested.
+    /// For each waiting automaton all its reactivation transitions; nothing about them is tested.
     ConnectionAsTransitions enabledReactivationTransitions() const;
 
-    /// The transitions that fire together when the given one is taken now: its own first, then per port that hears it
-    /// the alternatives of that automaton, passive listeners included; empty when it cannot be taken.
+    /// The transitions that fire together when the given one is taken now. The given one comes first, then for each
+    /// port that hears it the alternatives of that automaton, passive listeners included. Empty when it cannot be
+    /// taken.
     ConnectionAsTransitions enabledTransitions(const QualifiedTransition& transition) const;
     /// The same for an event, whose own automaton may have alternatives too.
     ConnectionAsTransitions enabledTransitions(const QualifiedEvent& event) const;
@@ -88,15 +91,19 @@ class EDANetwork {
     // Snapshots.
     /// The present state; the caller owns it.
     GlobalConfigurationSnapshot* getState() const;
-    /// Restores a state, which stays the caller's. Flow flags stay as they are, and nothing is propagated.
+    /// Restores a state of this network, which stays the caller's. Flow flags stay as they are, and nothing is
+    /// propagated.
     void setState(const GlobalConfigurationSnapshot* snapshot);
     void pushState();
     /// Restores and drops the last pushed state. \throws std::logic_error when there is none
     void popState();
-    /// Accepts what has happened since the pushes: drops all pushed states.
+    /// Keeps the present state and drops all pushed states.
     void applyState();
-    /// Back to the state right after construction.
+    /// Back to the state right after construction. Flow flags stay as they are, and so do pushed states.
     void reset();
+    /// As reset(), and also drops all pushed states and refreshes the flow flags: afterwards nothing that a run can
+    /// observe differs from the network right after construction.
+    void restart();
 
     // Topologies.
     void computeActiveEDAs();
@@ -109,6 +116,8 @@ class EDANetwork {
 
     /// Refreshes everything, flow flags included, and lists the active triggers.
     std::string reportAllCurrentTransitions();
+    /// The same list without the refresh: a run does not notice it.
+    std::string reportActiveTriggers() const;
     /// Writes both topologies into the working directory.
     void dumpTopologies() const;
     friend std::ostream& operator<<(std::ostream& stream, const EDANetwork& network);
@@ -143,10 +152,10 @@ class EDANetwork {
     std::unique_ptr<GlobalConfigurationSnapshot> mInitialState;
     // The source transitions by EDA::index() and, within that, by RealisedMode::index() of the mode that they leave.
     std::vector<std::vector<std::vector<TransitionPtr>>> mSourcesInMode;
-    // Filled by currentActiveTransitions() at the configuration of that number, stale at any other.
+    // currentActiveTransitions() fills the list; it is stale when EDAChanges::configuration differs from the number.
     mutable QualifiedTransitions mActiveTransitions;
     mutable unsigned long mActiveTransitionsAt = 0;
-    // Entries taken out of results that shrank, kept for their storage.
+    // Entries of results that have shrunk, kept for their storage.
     mutable ConnectionAsTransitions mSpareEntries;
 };
 

@@ -25,7 +25,7 @@ const std::vector<TransitionPtr>* ofCurrentMode(const EDA& eda, const PortTransi
 
 }  // namespace
 
-/// Writes entries into a result, and keeps the storage of what a shorter result no longer needs.
+/// Writes entries into a result, and keeps the storage of entries that a shorter result does not need.
 class EDANetwork::Collector {
   public:
     Collector(ConnectionAsTransitions& result, ConnectionAsTransitions& spare) : mResult(result), mSpare(spare) {}
@@ -88,8 +88,8 @@ bool EDANetwork::hasListener(const RealisedEventPort* port) const {
 
 bool EDANetwork::canBeHeard(const RealisedEventPort* port) const { return port->nonblocking() || hasListener(port); }
 
-/// One automaton other than the initiator has to be able to react, reached without a passive connection. Whether it is
-/// active is not asked: the activity of the connection decides.
+/// Another automaton than the initiator must be able to react, on a path without passive connections. Only the activity
+/// of the connections counts, not that of the automaton.
 bool EDANetwork::hasAblePartner(const EDA* initiator, const RealisedEventPort* port) const {
     for (const EC::Target& target : mEventConnections->targets(port)) {
         if (target.eda == initiator || target.passive) continue;
@@ -157,7 +157,7 @@ QualifiedTransitions EDANetwork::activeTransitions() const { return currentActiv
 
 void EDANetwork::collectEnabledTransitions(QualifiedTransitions& result) const {
     result.clear();
-    // What is enabled is active, so that only active transitions need the dearer test.
+    // Every enabled transition is active: only active ones need the more expensive test.
     for (const QualifiedTransition& transition : currentActiveTransitions())
         if (isEnabled(transition)) result.push_back(transition);
 }
@@ -179,8 +179,8 @@ ConnectionAsTransitions EDANetwork::enabledReactivationTransitions() const {
 // ---- What fires together
 
 void EDANetwork::collectListeners(const EDA* initiator, const RealisedEventPort* port, Collector& collector) const {
-    // A passive listener reacts when it can, though it cannot enable the event. One without a takeable transition is
-    // left out and blocks nothing.
+    // A passive listener reacts when it can, but it cannot enable the event. A listener without a transition that it
+    // can take is left out and does not block the event.
     for (const EC::Target& target : mEventConnections->targets(port))
         if (target.eda != initiator) collector.add(target.eda, target.ofCurrentMode());
 }
@@ -279,7 +279,7 @@ bool EDANetwork::allInvariantsHold() const {
 TimeInterval EDANetwork::invariantsRemainValidFor() const {
     TimeInterval result(0.0, TimeInterval::INF_TIME);
     for (const EDA* eda : mActiveEDAs) {
-        // Without an invariant an automaton allows every delay, and the intersection changes nothing.
+        // Without an invariant an automaton allows every delay.
         if (eda->currentMode()->invariant() == nullptr) continue;
         result = result.intersect(eda->invariantsRemainValidFor());
     }

@@ -10,9 +10,9 @@ namespace vornrun {
 CSLFormula* CSLAbstractBinaryStateFormula::accept(PropertyVisitor& visitor) const { return visitor.visit(this); }
 
 template <class Op>
-PropertyResult CSLBinaryStateFormula<Op>::evaluate(Simulator* simulator, bool shallow) const {
-    const PropertyResult left = property::evaluate(mLeft, simulator, shallow, "left operand", Op::op);
-    const PropertyResult right = property::evaluate(mRight, simulator, shallow, "right operand", Op::op);
+PropertyResult CSLBinaryStateFormula<Op>::evaluate(RunContext* run, bool shallow) const {
+    const PropertyResult left = property::evaluate(mLeft, run, shallow, "left operand", Op::op);
+    const PropertyResult right = property::evaluate(mRight, run, shallow, "right operand", Op::op);
     return combine<Op>(left, right);
 }
 

@@ -33,7 +33,7 @@ class CSLBinaryStateFormula final : public CSLAbstractBinaryStateFormula {
   public:
     using CSLAbstractBinaryStateFormula::CSLAbstractBinaryStateFormula;
     /// Evaluates left and then right, always both, and combines the verdicts.
-    PropertyResult evaluate(Simulator* simulator, bool shallow) const override;
+    PropertyResult evaluate(RunContext* run, bool shallow) const override;
     CSLBinaryStateFormula* clone() const override;
     CSLBinaryStateFormula* clone(CSLStateFormula* left, CSLStateFormula* right) const override;
     std::ostream& printFormula(std::ostream& stream) const override;

@@ -8,7 +8,7 @@ namespace vornrun {
 
 class CSLTrue final : public CSLStateFormula {
   public:
-    PropertyResult evaluate(Simulator*, bool) const override { return PropertyTrue; }
+    PropertyResult evaluate(RunContext*, bool) const override { return PropertyTrue; }
     CSLTrue* clone() const override { return new CSLTrue; }
     std::ostream& printFormula(std::ostream& stream) const override;
     CSLFormula* accept(PropertyVisitor& visitor) const override;
@@ -16,7 +16,7 @@ class CSLTrue final : public CSLStateFormula {
 
 class CSLFalse final : public CSLStateFormula {
   public:
-    PropertyResult evaluate(Simulator*, bool) const override { return PropertyFalse; }
+    PropertyResult evaluate(RunContext*, bool) const override { return PropertyFalse; }
     CSLFalse* clone() const override { return new CSLFalse; }
     std::ostream& printFormula(std::ostream& stream) const override;
     CSLFormula* accept(PropertyVisitor& visitor) const override;

@@ -1,8 +1,8 @@
 #pragma once
 /// \file
-/// The root of the formulas of Continuous Stochastic Logic. A tree is immutable; all state of a run lies in the
-/// simulator. Parsed trees hold variables by name and are shared by all workers; what is evaluated is a copy bound to
-/// one worker's values, made by VariableSubstitutionPropertyVisitor.
+/// The root of the formulas of Continuous Stochastic Logic. A tree is immutable and holds no state of a run. A parsed
+/// tree holds variables by name, and all workers share it. Each worker evaluates a copy that is bound to its own
+/// values. VariableSubstitutionPropertyVisitor makes that copy.
 
 #include <iosfwd>
 
@@ -12,7 +12,7 @@
 namespace vornrun {
 
 class PropertyVisitor;
-class Simulator;
+class RunContext;
 
 class CSLFormula {
   public:
@@ -21,10 +21,11 @@ class CSLFormula {
     CSLFormula& operator=(const CSLFormula&) = delete;
     virtual ~CSLFormula() = default;
 
-    /// The verdict in the simulator's current state. The step path: allocates nothing.
+    /// The verdict in the current state of the run. On the step path; allocates nothing.
+    /// \param run not owned; may be null where neither the time nor a nested estimate is needed
     /// \param shallow answers PropertyUnknown for nested probability formulas instead of simulating them
-    /// \throws missing_operand naming a part that is null, for instance because a name in it did not resolve
-    virtual PropertyResult evaluate(Simulator* simulator, bool shallow) const = 0;
+    /// \throws missing_operand for a part that is null, for instance because a name in it did not resolve
+    virtual PropertyResult evaluate(RunContext* run, bool shallow) const = 0;
     /// A deep copy; the caller owns it.
     virtual CSLFormula* clone() const = 0;
     /// Writes the textual form, numbers in the stream's format, "(null)" for a missing part.

@@ -2,23 +2,23 @@
 
 #include <ostream>
 
-#include "vornrun/algorithms/simulators/Simulator.h"
 #include "vornrun/datastructures/property/FormulaPart.h"
 #include "vornrun/datastructures/property/PropertyVisitor.h"
+#include "vornrun/datastructures/property/RunContext.h"
 
 namespace vornrun {
 
 CSLNextPathFormula::CSLNextPathFormula(CSLStateFormula* operand, double lower, double upper)
     : mOperand(operand), mLower(lower), mUpper(upper) {}
 
-PropertyResult CSLNextPathFormula::evaluate(Simulator* simulator, bool shallow) const {
-    return evaluateAt(simulator->currentTime(), simulator, shallow);
+PropertyResult CSLNextPathFormula::evaluate(RunContext* run, bool shallow) const {
+    return evaluateAt(run->currentTime(), run, shallow);
 }
 
-PropertyResult CSLNextPathFormula::evaluateAt(Time now, Simulator* simulator, bool shallow) const {
+PropertyResult CSLNextPathFormula::evaluateAt(Time now, RunContext* run, bool shallow) const {
     if (now > mUpper) return PropertyFalse;
     if (now >= mLower) {
-        const PropertyResult operand = property::evaluate(mOperand, simulator, shallow, "operand", "a next formula");
+        const PropertyResult operand = property::evaluate(mOperand, run, shallow, "operand", "a next formula");
         return operand == PropertyTrue ? PropertyTrue : PropertyUnknown;
     }
     return PropertyUnknown;

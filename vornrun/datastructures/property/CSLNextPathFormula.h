@@ -22,9 +22,9 @@ class CSLNextPathFormula final : public CSLPathFormula {
     double lower() const noexcept { return mLower; }
     double upper() const noexcept { return mUpper; }
 
-    PropertyResult evaluate(Simulator* simulator, bool shallow) const override;
+    PropertyResult evaluate(RunContext* run, bool shallow) const override;
     /// The verdict in a state visited at time `now`.
-    PropertyResult evaluateAt(Time now, Simulator* simulator, bool shallow) const;
+    PropertyResult evaluateAt(Time now, RunContext* run, bool shallow) const;
     CSLNextPathFormula* clone() const override;
     /// A new formula with the same interval over another operand, which it adopts. The caller owns it.
     CSLNextPathFormula* clone(CSLStateFormula* operand) const;

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Formulas about one run. They are evaluated over and over along it, until the verdict is known.
+/// Formulas about one run. They are evaluated in each state of the run until the verdict is known.
 
 #include "vornrun/datastructures/property/CSLFormula.h"
 

@@ -2,9 +2,9 @@
 
 #include <ostream>
 
-#include "vornrun/algorithms/simulators/Simulator.h"
 #include "vornrun/datastructures/property/FormulaPart.h"
 #include "vornrun/datastructures/property/PropertyVisitor.h"
+#include "vornrun/datastructures/property/RunContext.h"
 
 namespace vornrun {
 
@@ -47,14 +47,13 @@ std::ostream& operator<<(std::ostream& stream, CSLProbabilityStateFormula::Opera
 CSLProbabilityStateFormula::CSLProbabilityStateFormula(CSLPathFormula* path, double bound, Operator op)
     : mPath(path), mBound(bound), mOperator(op) {}
 
-PropertyResult CSLProbabilityStateFormula::evaluate(Simulator* simulator, bool shallow) const {
+PropertyResult CSLProbabilityStateFormula::evaluate(RunContext* run, bool shallow) const {
     if (shallow) return PropertyUnknown;
     if (mPath == nullptr) property::reportMissing("path formula", "a probability formula");
-    // An exception of the nested runs ends the evaluation of the whole property, and the simulator with it: nobody is
-    // left to need the saved state.
-    simulator->pushState();
-    const double estimate = simulator->evaluate(mPath.get());
-    simulator->popState();
+    // An exception of the nested runs ends the outer run too, so that nobody needs the saved state any more.
+    run->pushState();
+    const double estimate = run->evaluate(mPath.get());
+    run->popState();
     return verdictOn(estimate);
 }
 

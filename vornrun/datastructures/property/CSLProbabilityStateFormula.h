@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Bounds on the probability of a path formula from the current state on.
+/// A bound on the probability of a path formula. The runs of its estimate start from the initial state of the model.
 
 #include <memory>
 
@@ -20,9 +20,9 @@ class CSLProbabilityStateFormula final : public CSLStateFormula {
     double bound() const noexcept { return mBound; }
     Operator op() const noexcept { return mOperator; }
 
-    /// Unknown when shallow; else the verdict on a nested estimate, which costs as many runs as the simulator spends
-    /// on one and leaves the last of them behind as the simulator's trace.
-    PropertyResult evaluate(Simulator* simulator, bool shallow) const override;
+    /// Unknown when shallow, else the verdict on a nested estimate. The estimate costs many runs, and the last of them
+    /// stays behind as the trace of the context.
+    PropertyResult evaluate(RunContext* run, bool shallow) const override;
     /// Compares an estimate with the bound: strict operators are stricter by 5e-7, the others laxer. An operator beyond
     /// the four is never true.
     PropertyResult verdictOn(double estimate) const noexcept;

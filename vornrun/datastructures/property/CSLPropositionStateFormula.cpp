@@ -7,7 +7,7 @@
 
 namespace vornrun {
 
-PropertyResult CSLPropositionStateFormula::evaluate(Simulator*, bool) const {
+PropertyResult CSLPropositionStateFormula::evaluate(RunContext*, bool) const {
     if (mExpression == nullptr) [[unlikely]] {
         property::reportMissing("expression", "an atomic proposition (did its name resolve, and to a boolean?)");
     }

@@ -17,7 +17,7 @@ class CSLPropositionStateFormula final : public CSLStateFormula {
     const TypedVornExpressionTree<VornBool>* expression() const noexcept { return mExpression.get(); }
 
     /// True or false, never unknown.
-    PropertyResult evaluate(Simulator* simulator, bool shallow) const override;
+    PropertyResult evaluate(RunContext* run, bool shallow) const override;
     CSLPropositionStateFormula* clone() const override;
     /// A new proposition over another expression, which it adopts. The caller owns it.
     CSLPropositionStateFormula* clone(TypedVornExpressionTree<VornBool>* expression) const;

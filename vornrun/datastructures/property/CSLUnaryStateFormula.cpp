@@ -10,8 +10,8 @@ namespace vornrun {
 CSLFormula* CSLAbstractUnaryStateFormula::accept(PropertyVisitor& visitor) const { return visitor.visit(this); }
 
 template <class Op>
-PropertyResult CSLUnaryStateFormula<Op>::evaluate(Simulator* simulator, bool shallow) const {
-    return combine<Op>(property::evaluate(mOperand, simulator, shallow, "operand", Op::op));
+PropertyResult CSLUnaryStateFormula<Op>::evaluate(RunContext* run, bool shallow) const {
+    return combine<Op>(property::evaluate(mOperand, run, shallow, "operand", Op::op));
 }
 
 template <class Op>

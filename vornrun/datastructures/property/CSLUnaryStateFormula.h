@@ -30,7 +30,7 @@ template <class Op>
 class CSLUnaryStateFormula final : public CSLAbstractUnaryStateFormula {
   public:
     using CSLAbstractUnaryStateFormula::CSLAbstractUnaryStateFormula;
-    PropertyResult evaluate(Simulator* simulator, bool shallow) const override;
+    PropertyResult evaluate(RunContext* run, bool shallow) const override;
     CSLUnaryStateFormula* clone() const override;
     CSLUnaryStateFormula* clone(CSLStateFormula* operand) const override;
     std::ostream& printFormula(std::ostream& stream) const override;

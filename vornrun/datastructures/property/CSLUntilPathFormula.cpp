@@ -2,27 +2,26 @@
 
 #include <ostream>
 
-#include "vornrun/algorithms/simulators/Simulator.h"
 #include "vornrun/datastructures/property/FormulaPart.h"
 #include "vornrun/datastructures/property/PropertyVisitor.h"
+#include "vornrun/datastructures/property/RunContext.h"
 
 namespace vornrun {
 
 CSLUntilPathFormula::CSLUntilPathFormula(CSLStateFormula* left, CSLStateFormula* right, double lower, double upper)
     : mLeft(left), mRight(right), mLower(lower), mUpper(upper) {}
 
-PropertyResult CSLUntilPathFormula::evaluate(Simulator* simulator, bool shallow) const {
-    return evaluateAt(simulator->currentTime(), simulator, shallow);
+PropertyResult CSLUntilPathFormula::evaluate(RunContext* run, bool shallow) const {
+    return evaluateAt(run->currentTime(), run, shallow);
 }
 
-PropertyResult CSLUntilPathFormula::evaluateAt(Time now, Simulator* simulator, bool shallow) const {
+PropertyResult CSLUntilPathFormula::evaluateAt(Time now, RunContext* run, bool shallow) const {
     if (now > mUpper) return PropertyFalse;
     if (now >= mLower) {
-        const PropertyResult right =
-            property::evaluate(mRight, simulator, shallow, "right operand", "an until formula");
+        const PropertyResult right = property::evaluate(mRight, run, shallow, "right operand", "an until formula");
         return right == PropertyTrue ? PropertyTrue : PropertyUnknown;
     }
-    const PropertyResult left = property::evaluate(mLeft, simulator, shallow, "left operand", "an until formula");
+    const PropertyResult left = property::evaluate(mLeft, run, shallow, "left operand", "an until formula");
     return left == PropertyTrue ? PropertyUnknown : PropertyFalse;
 }
 

@@ -21,11 +21,11 @@ class CSLUntilPathFormula final : public CSLPathFormula {
     double lower() const noexcept { return mLower; }
     double upper() const noexcept { return mUpper; }
 
-    PropertyResult evaluate(Simulator* simulator, bool shallow) const override;
+    PropertyResult evaluate(RunContext* run, bool shallow) const override;
     /// The verdict in a state visited at time `now`. The left operand guards the time before the interval only: there
     /// anything but true, an unknown included, is final. Within the interval only the right operand counts. A run that
     /// jumps over the interval is false at the first state behind it.
-    PropertyResult evaluateAt(Time now, Simulator* simulator, bool shallow) const;
+    PropertyResult evaluateAt(Time now, RunContext* run, bool shallow) const;
     CSLUntilPathFormula* clone() const override;
     /// A new formula with the same interval over other operands, which it adopts. The caller owns it.
     CSLUntilPathFormula* clone(CSLStateFormula* left, CSLStateFormula* right) const;

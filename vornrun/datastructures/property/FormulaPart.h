@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// What formulas do with their parts, each of which may be missing.
+/// Operations on the parts of formulas. Each part may be missing.
 
 #include <memory>
 #include <ostream>
@@ -20,12 +20,12 @@ namespace vornrun::property {
 /// \param part, of name the part for the exception: "left operand", "&&"
 /// \throws missing_operand when there is no such part
 template <class F>
-PropertyResult evaluate(const std::unique_ptr<F>& formula, Simulator* simulator, bool shallow, std::string_view part,
+PropertyResult evaluate(const std::unique_ptr<F>& formula, RunContext* run, bool shallow, std::string_view part,
                         std::string_view of) {
     if (formula == nullptr) [[unlikely]] {
         reportMissing(part, of);
     }
-    return formula->evaluate(simulator, shallow);
+    return formula->evaluate(run, shallow);
 }
 
 /// A deep copy, owned by the caller; null of null.

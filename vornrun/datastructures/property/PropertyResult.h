@@ -4,11 +4,11 @@
 
 namespace vornrun {
 
-/// The numbers are relied on as indices of the combination tables.
+/// The numbers are the indices of the combination tables.
 enum PropertyResult : unsigned int {
     PropertyTrue = 0,     ///< holds, finally, for this run
     PropertyFalse = 1,    ///< does not hold, finally, for this run
-    PropertyUnknown = 2,  ///< not decided in this state; carry on
+    PropertyUnknown = 2,  ///< not decided in this state; the run goes on
 };
 
 }  // namespace vornrun

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// The operators of state formulas and what they make of three-valued verdicts.
+/// The operators of state formulas and their tables of three-valued verdicts.
 
 #include <array>
 #include <string_view>
@@ -39,7 +39,7 @@ struct CSLImp {
         {PropertyTrue, PropertyUnknown, PropertyUnknown},
     }};
 };
-/// Two unknown verdicts are equal, hence true: equality is asked before it is asked whether the verdicts are known.
+/// Two unknown verdicts are equal and so give true.
 struct CSLIff {
     static constexpr std::string_view op = "<->";
     static constexpr VerdictTable table{{

@@ -1,5 +1,6 @@
 #include "vornrun/datastructures/property/VariableSubstitutionPropertyVisitor.h"
 
+#include "vornrun/Ownership.h"
 #include "vornrun/datastructures/property/CSLBinaryStateFormula.h"
 #include "vornrun/datastructures/property/CSLConstantStateFormula.h"
 #include "vornrun/datastructures/property/CSLNextPathFormula.h"
@@ -9,18 +10,6 @@
 #include "vornrun/datastructures/property/CSLUntilPathFormula.h"
 
 namespace vornrun {
-
-namespace {
-
-/// The same object as the derived class, or null with the object deleted when it is none.
-template <class Derived, class Base>
-std::unique_ptr<Derived> castOwned(std::unique_ptr<Base> object) {
-    std::unique_ptr<Derived> derived(dynamic_cast<Derived*>(object.get()));
-    if (derived != nullptr) static_cast<void>(object.release());
-    return derived;
-}
-
-}  // namespace
 
 const Log VariableSubstitutionPropertyVisitor::sLogger("root.constructors.subst");
 

@@ -10,12 +10,12 @@
 
 namespace vornrun {
 
-/// Copies a formula, with the expressions of its propositions rewritten. The given formula stays untouched: all workers
-/// read it at the same time. An expression that cannot be bound is logged at error level and missing in the copy.
-/// Every visit returns a new formula, owned by the caller.
+/// Copies a formula and rewrites the expressions of its propositions. The given formula does not change, since all
+/// workers read it at the same time. An expression that cannot be bound is logged at error level and missing in the
+/// copy. Every visit returns a new formula, owned by the caller.
 class VariableSubstitutionPropertyVisitor final : public PropertyVisitor {
   public:
-    /// \param references tells what names stand for; not owned
+    /// \param references resolves the names; not owned, not null
     explicit VariableSubstitutionPropertyVisitor(const VariablesToValueReferences* references);
 
     CSLFormula* visit(const CSLAbstractBinaryStateFormula* formula) override;

@@ -15,7 +15,7 @@ namespace {
 using namespace parser;
 using xercesc::DOMElement;
 
-/// Opens the helpers to the tests.
+/// Makes all helpers public.
 class Helpers final : public AbstractVornXmlParser {
   public:
     using AbstractVornXmlParser::AbstractVornXmlParser;
@@ -44,7 +44,7 @@ struct Parsed {
     Helpers helpers;
 };
 
-/// The attributes "id" of elements, to tell them apart.
+/// The attributes "id" of elements, which identify them.
 std::string ids(const std::vector<const DOMElement*>& elements) {
     std::string result;
     for (const DOMElement* element : elements) result += util::transcode(element->getAttribute(u"id")) + " ";

@@ -14,7 +14,7 @@ namespace {
 
 const std::string LEAF_CONTENTS = "<node_type>0</node_type><value>True</value>";
 
-/// A kind of expression within an expression: what stands before and behind the inner element.
+/// A kind of expression within an expression: the text before and after the inner element.
 struct Nesting {
     const char* name;
     std::string before;

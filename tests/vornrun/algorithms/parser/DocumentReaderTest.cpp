@@ -1,5 +1,5 @@
-// What a file from a stranger may not do: make the program read something else, or keep it busy without end. Timeouts
-// are those of the test runner; the bounds themselves are of work and memory.
+// A file from a stranger must not make the program read something else, or keep it busy without end. The bounds are on
+// work and memory; only the test runner has a timeout.
 
 #include "vornrun/algorithms/parser/DocumentReader.h"
 

@@ -1,4 +1,4 @@
-// Every structural fault of an expression, with the whole text that tells of it.
+// Every structural fault of an expression, with its whole text.
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ struct Fault {
 
 class ExpressionFaults : public testing::TestWithParam<Fault> {};
 
-TEST_P(ExpressionFaults, AreToldInFull) {
+TEST_P(ExpressionFaults, AreReportedInFull) {
     EXPECT_EQ(faultOf([] { parseExpression(GetParam().element); }), GetParam().what);
 }
 

@@ -261,7 +261,7 @@ TEST(OperatorNumbers, GoFrom0To19) {
 }
 
 TEST(OperatorNumbers, AreReadAfterTheOperands) {
-    // The fault of the operand comes first, be the operator missing or wrong.
+    // The fault of the operand is reported first, also when the operator is missing or wrong.
     const std::string fault =
         "Error while parsing: Expression nodes need a node type to determine their data type. (Expected child node "
         "'node_type' missing from 'left')";

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Short ways into a parsed implementation, for the tests of its parser.
+/// Short access to the parts of a parsed implementation, for the tests of its parser.
 
 #include <concepts>
 #include <sstream>
@@ -28,7 +28,7 @@ std::string text(const Printable& printable) {
     return stream.str();
 }
 
-// Variables of the models; `illTyped` has sound operands, and yet there is no such operation.
+// Variables of the models. The operands of `illTyped` are valid, but the operation does not exist for their types.
 inline const Var x = var("x", Type::Clock);
 inline const Var y = var("y", Type::Continuous);
 inline const Var b = var("b", Type::Bool);

@@ -1,4 +1,4 @@
-// Every structural fault of a property file, with the whole text that tells of it.
+// Every structural fault of a property file, with its whole text.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ struct Fault {
 
 class PropertyFaults : public testing::TestWithParam<Fault> {};
 
-TEST_P(PropertyFaults, AreToldInFull) {
+TEST_P(PropertyFaults, AreReportedInFull) {
     PropertyWriter properties;
     properties.p(Bound::Below, 0.5, until(atom(var("a", Type::Bool)) && truth(), !falsity(), 0, 1));
     Xml document = properties.document();

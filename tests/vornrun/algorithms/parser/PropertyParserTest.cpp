@@ -154,7 +154,7 @@ INSTANTIATE_TEST_SUITE_P(
     CaseName());
 
 TEST(Properties, FindTheComparisonAndTheThresholdByNameAndThePathByPosition) {
-    // The path is strictly the third child, wherever the other two stand.
+    // The path is always the third child, in whatever order the other two are.
     const std::string threshold = "<threshold><value>0.5</value></threshold>";
     const std::string comparison = "<comparisonOperator><lessThan/></comparisonOperator>";
     const std::string path =

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// What the tests of the property parser share: property files, parsed through the door.
+/// What the tests of the property parser share: property files, read by the real parser.
 
 #include <memory>
 #include <sstream>

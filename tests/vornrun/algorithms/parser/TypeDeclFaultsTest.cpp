@@ -1,4 +1,4 @@
-// Every structural fault of a component type, with the whole text that tells of it.
+// Every structural fault of a component type, with its whole text.
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ struct Fault {
 
 class TypeFaults : public testing::TestWithParam<Fault> {};
 
-TEST_P(TypeFaults, AreToldInFull) {
+TEST_P(TypeFaults, AreReportedInFull) {
     ModelWriter model;
     model.type("T")
         .inEvent("ie")
@@ -129,7 +129,7 @@ INSTANTIATE_TEST_SUITE_P(
               "number. .\n\tFound: 3000000000)"}),
     CaseName());
 
-TEST(TypeDeclParser, TellsOfAPortReferenceToNothing) {
+TEST(TypeDeclParser, ReportsAPortReferenceToNothing) {
     ModelWriter model;
     model.type("T").splice("in_event_ports", Xml("InEventPort").attribute("objref", "nowhere"));
     try {

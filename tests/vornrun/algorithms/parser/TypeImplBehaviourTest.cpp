@@ -246,7 +246,7 @@ TEST(TypeImplParser, ReadsSharedElementsAnewForEachPlace) {
     ModelWriter model;
     model.implementation("T.i").mode("a").transition("a", "a", when(x > 1.0)).transition("a", "a", when(x > 1.0));
     Xml document = model.document();
-    // One reference leads forward, the other one back.
+    // One reference is to a later element, the other one to an earlier one.
     document.nth("guard", 0) = Xml("guard").attribute("objref", "guard");
     document.nth("guard", 1).attribute("objid", "guard");
     document.nth("clauses", 0).attribute("objid", "clauses");

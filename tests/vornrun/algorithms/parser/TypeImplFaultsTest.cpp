@@ -1,4 +1,4 @@
-// Every structural fault of an implementation, with the whole text that tells of it.
+// Every structural fault of an implementation, with its whole text.
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 namespace vornrun::test {
 namespace {
 
-/// A model in which each element of an implementation stands exactly once, or first.
+/// A model that has each element of an implementation exactly once, or first.
 Xml soundDocument() {
     const Var x = var("x", Type::Clock), y = var("y", Type::Continuous), b = var("b", Type::Bool);
     ModelWriter model;
@@ -35,7 +35,7 @@ struct Fault {
 
 class ImplementationFaults : public testing::TestWithParam<Fault> {};
 
-TEST_P(ImplementationFaults, AreToldInFull) {
+TEST_P(ImplementationFaults, AreReportedInFull) {
     Xml document = soundDocument();
     GetParam().spoil(document);
     try {

@@ -134,7 +134,7 @@ TEST(TypeImplParser, LooksAtImplementationReferencesOnlyWhenTheWholeFileIsRead) 
     } catch (const std::invalid_argument& fault) {
         EXPECT_STREQ(fault.what(), "No implementation with name U.wrong in this package.");
     }
-    // A fault that comes later in the file is found before the reference is looked at.
+    // A fault later in the file is found before the reference is resolved.
     Xml document = model.document();
     document.nth("ComponentImplementation", 1).remove("flows");
     EXPECT_THROW(parseModel(document), VornXmlException);

@@ -74,7 +74,7 @@ TEST(Models, MustHavePackagesOnlyInAList) {
               "Error while parsing:  (Unexpected node:\n\tExpected: Package .\n\tFound: Pack)");
     EXPECT_EQ(modelFault(model("<packages><Pack/></packages><packages>" + package("a") + "</packages>")),
               "Error while parsing:  (Unexpected node:\n\tExpected: Package .\n\tFound: Pack)")
-        << "a list that does not count must be sound all the same";
+        << "a list that does not count must be free of faults too";
     EXPECT_EQ(modelFault(model("<packages><Package/></packages>")),
               "Error while parsing:  (Expected child node 'name' missing from 'Package')");
 }
@@ -88,12 +88,6 @@ TEST(Models, AreReadThroughReferencesForwardAndBackward) {
               "Error while parsing:  (Unexpected node:\n\tExpected: Package .\n\tFound: x)");
     EXPECT_EQ(modelFault(model("<packages><Package objref='gone'/></packages>")),
               "Error while parsing: XML references object that has not been parsed yet: gone (Parser failed.)");
-}
-
-TEST(Models, AreRefusedWhenAReferenceLeadsBackToAnAncestor) {
-    EXPECT_EQ(
-        modelFault(model("<packages objid='P'><Package><name>p</name><packages objref='P'/></Package></packages>")),
-        "Error while parsing: XML references lead from an object back to itself: P (Xml encoded invalid vorn.)");
 }
 
 TEST(Packages, AreReadInDocumentOrder) {
@@ -127,11 +121,35 @@ TEST(Packages, AreSplitIntoAPublicAndAPrivatePart) {
 TEST(Packages, AreReadThroughAReferenceToASubpackage) {
     const auto specification =
         parseModelText(model("<packages>" + package("p", "<public_subpackage objref='S'/>") +
-                             package("q", "<private_subpackage objref='S'/>") + "</packages><s objid='S'><types>" +
-                             type("T") + "</types><implementations/></s>"));
+                             package("q", "<any objref='S'/>") + "</packages><public_subpackage objid='S'><types>" +
+                             type("T") + "</types><implementations/></public_subpackage>"));
     EXPECT_NE(specification->packages().at("p")->findDeclaration("T"),
               specification->packages().at("q")->findDeclaration("T"))
         << "each place gets its own objects";
+}
+
+TEST(Packages, HaveTheSectionThatTheTargetOfAReferenceIsNamedAfter) {
+    const auto specification = parseModelText(
+        model("<packages>" +
+              package("p", "<public_subpackage objref='S'/>" + subpackage("public", type("B"), implementation("B.i"))) +
+              "</packages><private_subpackage objid='S'><types>" + type("A") +
+              "</types><implementations/></private_subpackage>"));
+    const VornPackage& parsed = *specification->packages().at("p");
+    ASSERT_EQ(parsed.declarations().size(), 2U);
+    EXPECT_EQ(parsed.declarations()[0]->name(), "B") << "public ones come first";
+    EXPECT_EQ(parsed.declarations()[1]->name(), "A");
+}
+
+TEST(Packages, PassOverAReferenceToSomethingElse) {
+    const auto specification = parseModelText(model("<packages>" + package("p", "<public_subpackage objref='S'/>") +
+                                                    "</packages><s objid='S'><types/><implementations/></s>"));
+    EXPECT_TRUE(specification->packages().at("p")->declarations().empty());
+}
+
+TEST(Packages, MayHaveAReferenceToNothingInAChildThatIsNotRead) {
+    EXPECT_EQ(packageNames(model("<packages>" + package("p", "<owner objref='gone'/>") + "</packages>")), Texts{"p"});
+    EXPECT_EQ(modelFault(model("<packages>" + package("p", "<public_subpackage objref='gone'/>") + "</packages>")),
+              "Error while parsing: XML references object that has not been parsed yet: gone (Parser failed.)");
 }
 
 struct BadFile {

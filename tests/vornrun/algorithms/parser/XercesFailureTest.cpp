@@ -1,5 +1,5 @@
-// A library that does not start. This program brings its own start of the library, which always fails; the dynamic
-// linker prefers it.
+// A library that does not start. This program has its own start of the library, which always fails; the dynamic linker
+// prefers it.
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,9 @@
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
+#include "tests/support/CapturedLog.h"
 #include "tests/vornrun/algorithms/parser/XmlDocument.h"
+#include "tools/simulator/Driver.h"
 #include "vornrun/algorithms/parser/VornXmlParser.h"
 #include "vornrun/algorithms/parser/XmlUtil.h"
 
@@ -43,19 +45,47 @@ XERCES_CPP_NAMESPACE_END
 namespace vornrun::test {
 namespace {
 
-TEST(AFailedStartOfTheLibrary, IsToldOnStandardError) {
+constexpr const char* TEXT = "Error during initialization of Xerces! :\n\n";  // with an empty message
+
+TEST(AFailedStartOfTheLibrary, GivesItsTextAndPrintsNothing) {
     testing::internal::CaptureStderr();
+    std::string fault;
+    EXPECT_FALSE(parser::util::initialize(fault));
+    EXPECT_EQ(fault, TEXT);
     EXPECT_FALSE(parser::util::initialize());
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error during initialization of Xerces! :\n\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(parser::util::initCount, 0);
+    EXPECT_FALSE(parser::util::xercesInitialized);
     parser::util::clean();  // nothing to undo
+    EXPECT_EQ(parser::util::initCount, 0);
 }
 
 TEST(AFailedStartOfTheLibrary, MakesTheParserFail) {
     testing::internal::CaptureStderr();
     parser::XmlContext context;
-    EXPECT_EQ(faultOf([&] { VornXmlParser{context}; }),
-              "Error while parsing: Failure initializing xerces (Parser failed.)");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error during initialization of Xerces! :\n\n");
+    try {
+        VornXmlParser parser(context);
+        FAIL() << "started";
+    } catch (const parser::XmlLibraryException& fault) {
+        EXPECT_STREQ(fault.what(), "Error while parsing: Failure initializing xerces (Parser failed.)");
+        EXPECT_EQ(fault.libraryText(), TEXT);
+        EXPECT_FALSE(fault.place());
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(AFailedStartOfTheLibrary, IsPrintedByTheTool) {
+    const CapturedLog log;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(parseModel("model.xml"), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), TEXT);
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(parseProperty("properties.xml").empty());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), TEXT);
+    const std::string what = "Error while parsing: Failure initializing xerces (Parser failed.)";
+    EXPECT_EQ(log.records(), (std::vector<LogRecord>{
+                                 {LogLevel::Error, "root.main", "Exception during parsing of Vorn: " + what},
+                                 {LogLevel::Error, "root.main", "Exception during parsing of properties: " + what}}));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Elements for tests of the parsers below the doors, and the text of a fault.
+/// Elements for tests that call the sub-parsers, and the text of a fault.
 
 #include <memory>
 #include <string>
@@ -17,18 +17,18 @@ XERCES_CPP_NAMESPACE_END
 
 namespace vornrun::test {
 
-/// A document parsed from a text, with namespaces on. Keeps the XML library up for its life.
+/// A document parsed from a text, with namespaces on. The XML library stays started for its life.
 class XmlDocument {
   public:
     /// \throws std::runtime_error when the text is not well-formed
     explicit XmlDocument(const std::string& text);
     XmlDocument(const XmlDocument&) = delete;
     XmlDocument& operator=(const XmlDocument&) = delete;
-    ~XmlDocument();  // gives the library back after the document
+    ~XmlDocument();  // stops the library after the document's end
 
     const xercesc::DOMDocument* document() const;
     const xercesc::DOMElement* root() const;
-    /// The element that carries the value in the attribute "id". \throws std::runtime_error when none does
+    /// The element whose attribute "id" has the value. \throws std::runtime_error when there is none
     const xercesc::DOMElement* byId(const std::string& id) const;
 
   private:
@@ -36,7 +36,7 @@ class XmlDocument {
     std::unique_ptr<State> mState;
 };
 
-/// what() of the fault that the call ends in; "no fault" when there is none.
+/// what() of the fault that the call throws; "no fault" when there is none.
 template <class Call>
 std::string faultOf(Call&& call) {
     try {

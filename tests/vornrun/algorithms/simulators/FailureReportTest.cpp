@@ -7,7 +7,6 @@
 
 #include "tests/support/CapturedLog.h"
 #include "tests/support/ParseModel.h"
-#include "tests/support/RedirectedConsole.h"
 #include "vornrun/algorithms/simulators/PropertySimulator.h"
 #include "vornrun/algorithms/simulators/StaticGenerator.h"
 #include "vornrun/algorithms/simulators/strategies/AsapStrat.h"
@@ -26,7 +25,6 @@ std::vector<std::string> errorsOf(const ModelWriter& model, CSLStateFormula* goa
     PropertySimulator simulator(*specification->findRootCandidates().begin(), new AsapStrat, 1);
     const CSLUntilPathFormula formula(new CSLTrue, goal, 0.0, 10.0);
     StaticGenerator generator(5);
-    const RedirectedConsole console;
     const CapturedLog log(LogLevel::Error);
     EXPECT_THROW(simulator.checkProbability(&formula, &generator), abort_exception);
     return log.texts("root.propsim");

@@ -12,7 +12,7 @@
 #include "tests/support/CapturedLog.h"
 #include "tests/support/DrivenModel.h"
 #include "tests/support/ParseModel.h"
-#include "tests/support/RedirectedConsole.h"
+#include "tests/support/ProgressRecorder.h"
 #include "tests/vornrun/algorithms/simulators/VerdictFormula.h"
 #include "vornrun/algorithms/simulators/ChernoffGenerator.h"
 #include "vornrun/algorithms/simulators/StaticGenerator.h"
@@ -100,6 +100,7 @@ class PropertySimulatorTest : public testing::Test {
         specification = parseModel(model);
         const VornComponentImplementation* root = *specification->findRootCandidates().begin();
         simulator = std::make_unique<PropertySimulator>(root, strategy != nullptr ? strategy : new AsapStrat, threads);
+        simulator->setObserver(&progress);
         return *simulator;
     }
     /// What checkProbability() throws.
@@ -112,6 +113,7 @@ class PropertySimulatorTest : public testing::Test {
         return "none";
     }
 
+    ProgressRecorder progress;
     std::unique_ptr<VornSpecification> specification;
     std::unique_ptr<PropertySimulator> simulator;
     const VerdictFormula alwaysTrue{{PropertyTrue}};
@@ -133,45 +135,40 @@ TEST_F(PropertySimulatorTest, StartsWithTheDefaultsOfTheTool) {
 
 TEST_F(PropertySimulatorTest, OneWorkerStopsExactlyAtTheTotal) {
     NotingGenerator generator(10);
-    const RedirectedConsole console;
     over(ticker(), 1).checkProbability(&alwaysTrue, &generator);
     EXPECT_EQ(generator.results, std::vector<bool>(10, true));
-    EXPECT_EQ(console.output(), "..........\n") << "no trace is run in vain";
+    EXPECT_EQ(progress.output(), "..........\n") << "no trace is run in vain";
 }
 
 TEST_F(PropertySimulatorTest, FourWorkersCountInSweepsOfFour) {
     NotingGenerator generator(10);
-    const RedirectedConsole console;
     over(ticker(), 4).checkProbability(&alwaysTrue, &generator);
     EXPECT_EQ(generator.results.size(), 12U);
-    const std::string output = console.output();
+    const std::string output = progress.output();
     EXPECT_EQ(output.back(), '\n');
     EXPECT_GE(std::count(output.begin(), output.end(), '.'), 12);
 }
 
 TEST_F(PropertySimulatorTest, ATotalOfZeroIsOneSweep) {
     NotingGenerator generator(0);
-    const RedirectedConsole console;
     over(ticker(), 3).checkProbability(&alwaysTrue, &generator);
     EXPECT_EQ(generator.results.size(), 3U);
-    EXPECT_EQ(console.output(), "...\n");
+    EXPECT_EQ(progress.output(), "...\n");
 }
 
 TEST_F(PropertySimulatorTest, ALaterPropertyGetsOneSweepOnTopOfTheFormerResults) {
     StaticGenerator generator(4);
     const VerdictFormula alwaysFalse({PropertyFalse});
-    const RedirectedConsole console;
     PropertySimulator& checker = over(ticker(), 1);
     EXPECT_EQ(checker.checkProbability(&alwaysTrue, &generator), std::pair(1.0, 1.0));
     EXPECT_EQ(checker.checkProbability(&alwaysFalse, &generator), std::pair(0.8, 0.8));
-    EXPECT_EQ(console.output(), "....\n.\n");
+    EXPECT_EQ(progress.output(), "....\n.\n");
 }
 
 TEST_F(PropertySimulatorTest, WithoutWorkersNothingIsRun) {
     ChernoffGenerator generator(0.05, 0.95);
-    const RedirectedConsole console;
     EXPECT_EQ(over(ticker(), 0).checkProbability(&alwaysTrue, &generator), std::pair(0.0, 1.0));
-    EXPECT_EQ(console.output(), "\n");
+    EXPECT_EQ(progress.output(), "\n");
 }
 
 TEST_F(PropertySimulatorTest, AFastWorkerDoesNotGetAheadOfASlowOne) {
@@ -186,10 +183,10 @@ TEST_F(PropertySimulatorTest, AFastWorkerDoesNotGetAheadOfASlowOne) {
     class UnevenFormula final : public CSLFormula {
       public:
         explicit UnevenFormula(Meeting& meeting) : mMeeting(meeting) {}
-        PropertyResult evaluate(Simulator* simulator, bool) const override {
+        PropertyResult evaluate(RunContext* run, bool) const override {
             std::unique_lock lock(mMeeting.mutex);
-            if (mMeeting.slow == nullptr) mMeeting.slow = simulator;
-            if (mMeeting.slow == simulator) {
+            if (mMeeting.slow == nullptr) mMeeting.slow = run;
+            if (mMeeting.slow == run) {
                 mMeeting.changed.wait(lock, [this] { return mMeeting.fastVerdicts >= 20; });
                 return PropertyFalse;
             }
@@ -207,7 +204,6 @@ TEST_F(PropertySimulatorTest, AFastWorkerDoesNotGetAheadOfASlowOne) {
     Meeting meeting;
     const UnevenFormula formula(meeting);
     NotingGenerator generator(6);
-    const RedirectedConsole console;
     over(ticker(), 2).checkProbability(&formula, &generator);
     ASSERT_EQ(generator.results.size(), 6U);
     for (std::size_t i = 0; i < 6; i += 2) {
@@ -219,7 +215,6 @@ TEST_F(PropertySimulatorTest, AFastWorkerDoesNotGetAheadOfASlowOne) {
 
 TEST_F(PropertySimulatorTest, LeftOverResultsAreNeverCounted) {
     // Workers that are ahead leave results behind, which the next property must not see.
-    const RedirectedConsole console;
     PropertySimulator& checker = over(ticker(), 4);
     for (int property = 0; property < 20; ++property) {
         NotingGenerator generator(8);
@@ -231,13 +226,11 @@ TEST_F(PropertySimulatorTest, LeftOverResultsAreNeverCounted) {
 
 TEST_F(PropertySimulatorTest, AModelThatDeadlocksAtOnceHasARatioOfZero) {
     StaticGenerator generator(5);
-    const RedirectedConsole console;
     EXPECT_EQ(over(stuck(), 1).checkProbability(&undecided, &generator), std::pair(0.0, 0.0));
-    EXPECT_EQ(console.output(), "ddddd\n");
+    EXPECT_EQ(progress.output(), "ddddd\n");
 }
 
 TEST_F(PropertySimulatorTest, AQualitativeGeneratorGivesItsVerdict) {
-    const RedirectedConsole console;
     UnanimousGenerator yes;
     EXPECT_TRUE(over(ticker(), 2).checkProperty(&alwaysTrue, &yes));
     UnanimousGenerator no;
@@ -253,7 +246,6 @@ TEST_F(PropertySimulatorTest, EachWorkerHasItsOwnSeedAndEachPropertyTheSameOnes)
     strategy->setRandomGenerator(new SeedNotingGenerator(notes));
     PropertySimulator& checker = over(ticker(), 3, strategy);
     checker.seed = 5;
-    const RedirectedConsole console;
     for (int property = 0; property < 2; ++property) {
         notes->seeds.clear();
         NotingGenerator generator(3);
@@ -270,7 +262,6 @@ TEST_F(PropertySimulatorTest, ASeedOfZeroIsNoSeedAtAll) {
     strategy->setRandomGenerator(new SeedNotingGenerator(notes));
     PropertySimulator& checker = over(ticker(), 2, strategy);
     NotingGenerator generator(2);
-    const RedirectedConsole console;
     checker.checkProbability(&alwaysTrue, &generator);
     EXPECT_EQ(notes->seeds, (std::vector<unsigned long>{0, 0, 0, 0}));
 }
@@ -280,9 +271,8 @@ TEST_F(PropertySimulatorTest, TheWorkersTakeOverBoundAndFlags) {
     checker.stepBound = 3;
     checker.ignoreBoundError = true;
     NotingGenerator generator(0);
-    const RedirectedConsole console;
     checker.checkProbability(&undecided, &generator);
-    EXPECT_EQ(console.output(), "bb\n");
+    EXPECT_EQ(progress.output(), "bb\n");
     EXPECT_EQ(generator.results, (std::vector<bool>{false, false}));
 }
 
@@ -299,7 +289,6 @@ TEST_F(PropertySimulatorTest, RealDrawsOfAllWorkersAtOnceDisturbNobody) {
     checker.stepBound = 20;
     checker.ignoreBoundError = true;
     NotingGenerator generator(200);
-    const RedirectedConsole console;
     checker.checkProbability(&undecided, &generator);
     EXPECT_EQ(generator.results, std::vector<bool>(200, false));
 }
@@ -310,10 +299,9 @@ TEST_F(PropertySimulatorTest, AStepBoundOnAWorkerEndsTheProperty) {
     PropertySimulator& checker = over(ticker(), 1);
     checker.stepBound = 1;
     NotingGenerator generator(10);
-    const RedirectedConsole console;
     const CapturedLog log(LogLevel::Info);
     EXPECT_EQ(failure(alwaysTrue, generator), "Exception occurred during simulation");
-    EXPECT_EQ(console.output(), "b\n");
+    EXPECT_EQ(progress.output(), "b\n");
     EXPECT_TRUE(generator.results.empty());
     std::vector<LogRecord> records;
     for (const LogRecord& record : log.records())
@@ -330,7 +318,6 @@ TEST_F(PropertySimulatorTest, TheFirstDisallowedDeadlockOnAnyWorkerEndsTheProper
     PropertySimulator& checker = over(stuck(), 4);
     checker.allowDeadlock = false;
     NotingGenerator generator(1000);
-    const RedirectedConsole console;
     EXPECT_EQ(failure(undecided, generator), "Exception occurred during simulation");
     EXPECT_TRUE(generator.results.empty());
 }
@@ -338,9 +325,8 @@ TEST_F(PropertySimulatorTest, TheFirstDisallowedDeadlockOnAnyWorkerEndsTheProper
 TEST_F(PropertySimulatorTest, AnyOtherExceptionOnAWorkerEndsThePropertyInTheSameWay) {
     over(ticker(), 1);
     VerdictFormula formula({PropertyUnknown});
-    formula.onEvaluate = [](Simulator*, bool) { throw std::out_of_range("map::at"); };
+    formula.onEvaluate = [](RunContext*, bool) { throw std::out_of_range("map::at"); };
     NotingGenerator generator(10);
-    const RedirectedConsole console;
     const CapturedLog log(LogLevel::Info);
     EXPECT_EQ(failure(formula, generator), "Exception occurred during simulation");
     const auto texts = log.texts("root.propsim");
@@ -352,9 +338,8 @@ TEST_F(PropertySimulatorTest, AnyOtherExceptionOnAWorkerEndsThePropertyInTheSame
 TEST_F(PropertySimulatorTest, APropertyAfterAnAbortedOneIsChecked) {
     over(ticker(), 2);
     VerdictFormula failing({PropertyUnknown});
-    failing.onEvaluate = [](Simulator*, bool) { throw std::out_of_range("map::at"); };
+    failing.onEvaluate = [](RunContext*, bool) { throw std::out_of_range("map::at"); };
     NotingGenerator generator(6);
-    const RedirectedConsole console;
     const CapturedLog log(LogLevel::Error);
     EXPECT_EQ(failure(failing, generator), "Exception occurred during simulation");
     EXPECT_EQ(failure(alwaysTrue, generator), "none");
@@ -364,20 +349,70 @@ TEST_F(PropertySimulatorTest, APropertyAfterAnAbortedOneIsChecked) {
 TEST_F(PropertySimulatorTest, ASuccessfulPropertyLogsStartAndEnd) {
     over(ticker(), 1);
     NotingGenerator generator(2);
-    const RedirectedConsole console;
     const CapturedLog log(LogLevel::Info);
     simulator->checkProbability(&alwaysTrue, &generator);
     EXPECT_EQ(log.texts("root.propsim"),
               (std::vector<std::string>{"Starting simulations", "Starting simulation thread 0", "Simulations ended"}));
 }
 
-TEST_F(PropertySimulatorTest, AModelThatCannotBeBuiltEndsTheProcess) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
+namespace {
+
+/// No mode to start in.
+ModelWriter unbuildable() {
     ModelWriter model;
     model.implementation("Lamp.i").mode("on", ModeKind::Plain);
-    over(model, 1);
+    return model;
+}
+
+/// Notes the faults that workers report.
+class FaultNotingObserver final : public RunObserver {
+  public:
+    void workerFailed(const std::exception_ptr& fault) override {
+        const std::lock_guard lock(mMutex);
+        faults.push_back(fault);
+        isCurrent = isCurrent && std::current_exception() == fault;
+        onWorker = onWorker && std::this_thread::get_id() != mStarter;
+    }
+
+    std::vector<std::exception_ptr> faults;
+    bool isCurrent = true;  // the fault is the exception being handled
+    bool onWorker = true;   // not on the thread that has made the observer
+
+  private:
+    std::mutex mMutex;
+    std::thread::id mStarter = std::this_thread::get_id();
+};
+
+}  // namespace
+
+TEST_F(PropertySimulatorTest, AModelThatCannotBeBuiltIsTheCallersException) {
+    over(unbuildable(), 2);
     NotingGenerator generator(1);
-    EXPECT_DEATH(simulator->checkProbability(&alwaysTrue, &generator), "initial/activation mode");
+    const CapturedLog log(LogLevel::Fatal);
+    EXPECT_THROW(simulator->checkProbability(&alwaysTrue, &generator), eda_model_exception);
+    EXPECT_TRUE(generator.results.empty());
+    EXPECT_EQ(progress.output(), "\n");
+}
+
+TEST_F(PropertySimulatorTest, TheObserverSeesAFaultOnTheWorkerBeforeTheCallerDoes) {
+    FaultNotingObserver observer;
+    over(unbuildable(), 1).setObserver(&observer);
+    NotingGenerator generator(1);
+    const CapturedLog log(LogLevel::Fatal);
+    EXPECT_THROW(simulator->checkProbability(&alwaysTrue, &generator), eda_model_exception);
+    ASSERT_EQ(observer.faults.size(), 1U);
+    EXPECT_THROW(std::rethrow_exception(observer.faults.front()), eda_model_exception);
+    EXPECT_TRUE(observer.isCurrent);
+    EXPECT_TRUE(observer.onWorker);
+}
+
+TEST_F(PropertySimulatorTest, AWorkerCanRunOnTheCallersThread) {
+    PropertySimulator& checker = over(ticker(), 1);
+    NotingGenerator generator(3);
+    checker.doWork(0, &alwaysTrue, &generator);
+    EXPECT_EQ(generator.results, std::vector<bool>(3, true));
+    EXPECT_EQ(progress.output(), "...");
+    EXPECT_TRUE(checker.checkDone(&generator));
 }
 
 TEST(Autothread, JoinsWhenItGoesOutOfScope) {

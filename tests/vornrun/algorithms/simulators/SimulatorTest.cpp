@@ -7,8 +7,8 @@
 
 #include "tests/support/CapturedLog.h"
 #include "tests/support/DrivenModel.h"
+#include "tests/support/ProgressRecorder.h"
 #include "tests/support/PropertyWriter.h"
-#include "tests/support/RedirectedConsole.h"
 #include "tests/support/TempDir.h"
 #include "tests/vornrun/algorithms/simulators/VerdictFormula.h"
 #include "vornrun/algorithms/parser/VornXmlParser.h"
@@ -86,10 +86,10 @@ TEST_P(SimulatorRun, EndsAsItsVerdictsAndItsBoundSay) {
     driven.simulator().ignoreBoundError = run.ignoreBoundError;
     const VerdictFormula formula(run.verdicts);
     const CapturedLog log(LogLevel::Fatal);
-    const RedirectedConsole console;
+    ProgressRecorder progress;
+    driven.simulator().setObserver(&progress);
     EXPECT_EQ(outcomeOf(driven.simulator(), formula), run.outcome);
-    EXPECT_EQ(console.output(), run.output);
-    EXPECT_EQ(console.flushes(), 0);
+    EXPECT_EQ(progress.output(), run.output);
     EXPECT_EQ(formula.shallowness, run.shallowness);
     EXPECT_EQ(driven.simulator().trace().steps().size(), run.steps);
     EXPECT_EQ(driven.simulator().currentTime(), static_cast<double>(run.steps));
@@ -128,9 +128,10 @@ TEST(Simulator, ADeadlockedRunIsFalseAndPrintsItsCharacter) {
     DrivenModel driven(stuck(), AsapStrat());
     const VerdictFormula undecided({U});
     const CapturedLog log(LogLevel::Debug);
-    const RedirectedConsole console;
+    ProgressRecorder progress;
+    driven.simulator().setObserver(&progress);
     for (int run = 0; run < 3; ++run) EXPECT_FALSE(driven.simulator().performRun(&undecided));
-    EXPECT_EQ(console.output(), "ddd");
+    EXPECT_EQ(progress.output(), "ddd");
     const auto texts = log.texts("root.sim");
     EXPECT_EQ(texts.back(), "Simulator deadlocked: No possible simulation step found: Actionlock");
     EXPECT_TRUE(log.textsFrom(LogLevel::Info).empty());
@@ -141,9 +142,10 @@ TEST(Simulator, ADisallowedDeadlockIsReportedAndEndsTheProperty) {
     driven.simulator().allowDeadlock = false;
     const VerdictFormula undecided({U});
     const CapturedLog log(LogLevel::Info);
-    const RedirectedConsole console;
+    ProgressRecorder progress;
+    driven.simulator().setObserver(&progress);
     EXPECT_EQ(outcomeOf(driven.simulator(), undecided), "A deadlock occurred");
-    EXPECT_EQ(console.output(), "d");
+    EXPECT_EQ(progress.output(), "d");
     const std::string heading = "Simulator deadlocked: No possible simulation step found: Actionlock";
     EXPECT_EQ(log.records(),
               (std::vector<LogRecord>{{LogLevel::Error, "root.sim", heading},
@@ -155,16 +157,17 @@ TEST(Simulator, ADisallowedDeadlockIsReportedAndEndsTheProperty) {
 TEST(Simulator, ADeadlockOutOfTheFormulaPassesThrough) {
     DrivenModel driven(ticker(), AsapStrat());
     VerdictFormula formula({U});
-    formula.onEvaluate = [](Simulator*, bool) { throw deadlock_exception("not of a step"); };
-    const RedirectedConsole console;
+    formula.onEvaluate = [](RunContext*, bool) { throw deadlock_exception("not of a step"); };
+    ProgressRecorder progress;
+    driven.simulator().setObserver(&progress);
     EXPECT_THROW(driven.simulator().performRun(&formula), deadlock_exception);
-    EXPECT_EQ(console.output(), "");
+    EXPECT_EQ(progress.output(), "");
 }
 
 TEST(Simulator, OtherExceptionsPassThroughUnchanged) {
     DrivenModel driven(ticker(), AsapStrat());
     VerdictFormula formula({U});
-    formula.onEvaluate = [](Simulator*, bool) { throw std::out_of_range("map::at"); };
+    formula.onEvaluate = [](RunContext*, bool) { throw std::out_of_range("map::at"); };
     EXPECT_THROW(driven.simulator().performRun(&formula), std::out_of_range);
 }
 
@@ -173,11 +176,108 @@ TEST(Simulator, TheStepBoundEndsARunThatNoLongerMoves) {
     driven.simulator().stepBound = 50;
     driven.simulator().ignoreBoundError = true;
     const VerdictFormula undecided({U});
-    const RedirectedConsole console;
+    ProgressRecorder progress;
+    driven.simulator().setObserver(&progress);
     EXPECT_FALSE(driven.simulator().performRun(&undecided));
-    EXPECT_EQ(console.output(), "b");
+    EXPECT_EQ(progress.output(), "b");
     EXPECT_EQ(driven.simulator().trace().steps().size(), 49U);
     EXPECT_EQ(driven.simulator().currentTime(), 1.0);
+}
+
+// ---- Outcomes
+
+TEST(Simulator, ARunTellsHowItEndedAndReportsNothing) {
+    DrivenModel driven(ticker(), AsapStrat());
+    ProgressRecorder progress;
+    driven.simulator().setObserver(&progress);
+    const VerdictFormula formula({U, U, U, U, F});
+    const CapturedLog log(LogLevel::Info);
+    const RunOutcome outcome = driven.simulator().run(&formula);
+    EXPECT_EQ(outcome.verdict, PropertyFalse);
+    EXPECT_EQ(outcome.ending, RunEnding::decided);
+    EXPECT_EQ(outcome.steps, 2U);
+    EXPECT_EQ(outcome.time, 2.0);
+    EXPECT_EQ(outcome.text, "");
+    EXPECT_EQ(progress.output(), "");
+    EXPECT_TRUE(log.records().empty());
+}
+
+TEST(Simulator, ARunEndsInADeadlockWithItsReasonWhateverTheLimitsAllow) {
+    DrivenModel driven(stuck(), AsapStrat());
+    driven.simulator().allowDeadlock = false;
+    const VerdictFormula undecided({U});
+    const CapturedLog log(LogLevel::Info);
+    const RunOutcome outcome = driven.simulator().run(&undecided);
+    EXPECT_EQ(outcome.verdict, PropertyUnknown);
+    EXPECT_EQ(outcome.ending, RunEnding::deadlock);
+    EXPECT_EQ(outcome.steps, 0U);
+    EXPECT_EQ(outcome.text, "No possible simulation step found: Actionlock");
+    EXPECT_TRUE(log.records().empty());
+}
+
+TEST(Simulator, ARunAtTheStepBoundKeepsAVerdictOfTheLastEvaluation) {
+    DrivenModel driven(ticker(), AsapStrat());
+    driven.simulator().stepBound = 3;
+    const VerdictFormula late({U, U, U, U, T});
+    const RunOutcome outcome = driven.simulator().run(&late);
+    EXPECT_EQ(outcome.verdict, PropertyTrue);
+    EXPECT_EQ(outcome.ending, RunEnding::stepBound);
+    EXPECT_EQ(outcome.steps, 2U);
+    const VerdictFormula never({U});
+    EXPECT_EQ(driven.simulator().run(&never).verdict, PropertyUnknown);
+    EXPECT_EQ(driven.simulator().run(&never).ending, RunEnding::stepBound);
+    driven.simulator().stepBound = 0;
+    EXPECT_EQ(driven.simulator().run(&never).ending, RunEnding::stepBound);
+}
+
+// ---- Observers
+
+namespace {
+
+/// Writes steps as "1@1+1 ", nested ones in parentheses.
+class StepNotes final : public RunObserver {
+  public:
+    void stepTaken(const TakenStep& taken) override {
+        text << (taken.nested ? "(" : "") << taken.number << "@" << taken.time << "+" << taken.delay
+             << (taken.nested ? ") " : " ");
+        told.push_back(tell(taken.step));
+    }
+    std::ostringstream text;
+    std::vector<std::string> told;
+};
+
+}  // namespace
+
+TEST(Simulator, AnObserverSeesEachStepWithItsNumberTimeAndDelay) {
+    DrivenModel driven(ticker(), AsapStrat());
+    StepNotes notes;
+    driven.simulator().setObserver(&notes);
+    for (int run = 0; run < 2; ++run) {
+        const VerdictFormula formula({U, U, U, U, T});
+        driven.simulator().performRun(&formula);
+    }
+    EXPECT_EQ(notes.text.str(), "1@1+1 2@2+1 1@1+1 2@2+1 ");
+    EXPECT_EQ(notes.told[0], "1: main: run -> run");
+}
+
+TEST(Simulator, AnObserverIsToldWhichStepsAreNested) {
+    DrivenModel driven(ticker(), AsapStrat());
+    StepNotes notes;
+    driven.simulator().setObserver(&notes);
+    const VerdictFormula once({U, U, T});
+    driven.simulator().evaluate(&once);
+    EXPECT_EQ(notes.text.str(), "(1@1+1) ") << "of the first nested run; the others are true at once";
+    const VerdictFormula again({U, U, T});
+    driven.simulator().performRun(&again);
+    EXPECT_EQ(notes.text.str(), "(1@1+1) 1@1+1 ");
+}
+
+TEST(Simulator, WithoutAnObserverARunIsSilent) {
+    DrivenModel driven(ticker(), AsapStrat());
+    testing::internal::CaptureStdout();
+    const VerdictFormula formula({T});
+    EXPECT_TRUE(driven.simulator().performRun(&formula));
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
 // ---- Logging
@@ -202,7 +302,6 @@ TEST(Simulator, ConstructionAtTraceShowsTheRealisation) {
 TEST(Simulator, ARunAtDebugTellsItsSteps) {
     DrivenModel driven(ticker(), AsapStrat());
     const VerdictFormula formula({U, U, T});
-    const RedirectedConsole console;
     const CapturedLog log(LogLevel::Debug);
     driven.simulator().performRun(&formula);
     const auto& declaration = *driven.eda("main")->component()->transitions().front()->transition();
@@ -216,7 +315,6 @@ TEST(Simulator, ARunAtTraceShowsStateAndTriggersBeforeEachStep) {
     const std::string state = printed(driven.network());
     const std::string triggers = driven.network().reportAllCurrentTransitions();
     const VerdictFormula formula({T});
-    const RedirectedConsole console;
     const CapturedLog log(LogLevel::Trace);
     driven.simulator().performRun(&formula);
     EXPECT_EQ(
@@ -239,7 +337,6 @@ TEST(Simulator, AStepBoundIsReportedWithTraceStateAndTransitions) {
     driven.script({exponentialDraw(5.0), integerDraw(0), integerDraw(0)});
     driven.simulator().stepBound = 2;
     const VerdictFormula undecided({U});
-    const RedirectedConsole console;
     const CapturedLog log(LogLevel::Info);
     EXPECT_EQ(outcomeOf(driven.simulator(), undecided), BOUND);
     const auto& transitions = driven.eda("main")->component()->transitions();
@@ -262,7 +359,6 @@ TEST(Simulator, AnIgnoredStepBoundIsADebugRecord) {
     driven.simulator().stepBound = 0;
     driven.simulator().ignoreBoundError = true;
     const VerdictFormula formula({T});
-    const RedirectedConsole console;
     const CapturedLog log(LogLevel::Debug);
     driven.simulator().performRun(&formula);
     EXPECT_EQ(log.texts("root.sim"),
@@ -275,7 +371,6 @@ TEST(Simulator, AnIgnoredStepBoundIsADebugRecord) {
 TEST(Simulator, EachRunStartsFromTheInitialState) {
     DrivenModel driven(ticker(), AsapStrat());
     const VerdictFormula formula({U, U, U, U, U, U, T});
-    const RedirectedConsole console;
     EXPECT_TRUE(driven.simulator().performRun(&formula));
     EXPECT_EQ(driven.simulator().currentTime(), 3.0);
     EXPECT_TRUE(driven.simulator().performRun(&formula));
@@ -309,10 +404,12 @@ TEST(Simulator, ANestedEstimateIsTheShareOfTenThousandRuns) {
     std::vector<PropertyResult> verdicts(2500, T);
     verdicts.push_back(F);
     const VerdictFormula formula(verdicts);
-    const RedirectedConsole console;
+    ProgressRecorder progress;
+    driven.simulator().setObserver(&progress);
     const CapturedLog log(LogLevel::Info);
     EXPECT_EQ(driven.simulator().evaluate(&formula), 0.25);
-    EXPECT_EQ(console.output(), std::string(10000, '.'));
+    EXPECT_EQ(progress.output(), std::string(10000, '.'));
+    EXPECT_EQ(progress.nestedOutput(), progress.output());
     EXPECT_EQ(
         log.records(),
         (std::vector<LogRecord>{{LogLevel::Error, "root.sim", "Statistical uncertainty ignored for nested formula"}}));
@@ -326,11 +423,13 @@ TEST(Simulator, ANestedFormulaIsEstimatedInEveryStateAndLeavesItsOwnTimeBehind) 
     auto* nested = new CSLProbabilityStateFormula(new CSLNextPathFormula(new CSLFalse, 0.0, 0.5), 0.5,
                                                   CSLProbabilityStateFormula::Operator::greater);
     const CSLUntilPathFormula formula(new CSLTrue, nested, 0.0, 2.5);
-    const RedirectedConsole console;
+    ProgressRecorder progress;
+    driven.simulator().setObserver(&progress);
     const CapturedLog log(LogLevel::Info);
     EXPECT_FALSE(driven.simulator().performRun(&formula));
     // The outer run sees the times 0, 1 + 1 and 1 + 1: never its own time, which the nested runs' has replaced.
-    EXPECT_EQ(console.output(), std::string(30000, '.') + "b");
+    EXPECT_EQ(progress.output(), std::string(30000, '.') + "b");
+    EXPECT_EQ(progress.nestedOutput(), std::string(30000, '.'));
     std::vector<std::string> expected;
     for (int state = 0; state < 3; ++state) {
         expected.emplace_back("Pushing simulator state");
@@ -382,29 +481,32 @@ TEST(Simulator, HasNoPropertyBeforeItIsSet) {
 TEST(Simulator, APropertyIsBoundToTheValuesOfTheSimulator) {
     DrivenModel driven(counter(), AsapStrat());
     setProperty(driven.simulator(), eventually(var("n", Type::Int) == 4, 0, 10));
-    const RedirectedConsole console;
+    ProgressRecorder progress;
+    driven.simulator().setObserver(&progress);
     EXPECT_TRUE(driven.simulator().performRun(driven.simulator().property()));
     EXPECT_EQ(driven.simulator().currentTime(), 4.0);
     EXPECT_EQ(driven.simulator().trace().steps().size(), 4U);
-    EXPECT_EQ(console.output(), ".");
+    EXPECT_EQ(progress.output(), ".");
 }
 
 TEST(Simulator, ALaterPropertyReplacesTheFormerOne) {
     DrivenModel driven(counter(), AsapStrat());
     setProperty(driven.simulator(), eventually(var("n", Type::Int) == 4, 0, 10));
     setProperty(driven.simulator(), eventually(var("n", Type::Int) == 4, 0, 3));
-    const RedirectedConsole console;
     EXPECT_FALSE(driven.simulator().performRun(driven.simulator().property()));
     EXPECT_EQ(driven.simulator().currentTime(), 4.0) << "the first state behind the interval";
 }
 
-TEST(Simulator, APropertyOverAVariableOfAnotherTypeThanTheModelsIsRefused) {
+TEST(Simulator, APropertyOverAVariableOfAnotherTypeThanTheModelsFailsWhenItIsEvaluated) {
     DrivenModel driven(counter(), AsapStrat());
+    setProperty(driven.simulator(), eventually(var("n", Type::Real) >= 4.0, 0, 10));
     try {
-        setProperty(driven.simulator(), eventually(var("n", Type::Real) >= 4.0, 0, 10));
+        driven.simulator().performRun(driven.simulator().property());
         FAIL() << "no exception";
-    } catch (const model_exception& refusal) {
-        EXPECT_NE(std::string(refusal.what()).find("n"), std::string::npos);
+    } catch (const model_exception& fault) {
+        EXPECT_STREQ(fault.what(),
+                     "Component main: variable \"n\" is used as VornReal, which is not the type that it "
+                     "was declared with");
     }
 }
 

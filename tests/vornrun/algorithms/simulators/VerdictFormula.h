@@ -17,9 +17,9 @@ class VerdictFormula final : public CSLFormula {
   public:
     explicit VerdictFormula(std::vector<PropertyResult> verdicts) : mVerdicts(std::move(verdicts)) {}
 
-    PropertyResult evaluate(Simulator* simulator, bool shallow) const override {
+    PropertyResult evaluate(RunContext* run, bool shallow) const override {
         shallowness.push_back(shallow);
-        if (onEvaluate) onEvaluate(simulator, shallow);
+        if (onEvaluate) onEvaluate(run, shallow);
         const PropertyResult verdict = mVerdicts[mNext];
         if (mNext + 1 < mVerdicts.size()) ++mNext;
         return verdict;
@@ -33,7 +33,7 @@ class VerdictFormula final : public CSLFormula {
     }
 
     mutable std::vector<bool> shallowness;
-    std::function<void(Simulator*, bool)> onEvaluate;
+    std::function<void(RunContext*, bool)> onEvaluate;
 
   private:
     std::vector<PropertyResult> mVerdicts;

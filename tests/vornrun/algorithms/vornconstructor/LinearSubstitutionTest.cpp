@@ -29,11 +29,11 @@ TEST_F(LinearSubstitutionTest, ALinearExpressionReadsValueAndRateOfItsVariables)
     ASSERT_EQ(realised->clauses()[0]->expressions().size(), 1u);
     const LinExp& comparison = *realised->clauses()[0]->expressions()[0];
     EXPECT_EQ(comparison.op(), parser::OperatorType::LEq);
-    EXPECT_EQ(textOf(*comparison.constant()), "r{=2.5:real}");
+    EXPECT_EQ(printed(*comparison.constant()), "r{=2.5:real}");
     ASSERT_EQ(comparison.terms().size(), 1u);
-    EXPECT_EQ(textOf(*comparison.terms()[0].variable), "c{=3:clock}");
-    EXPECT_EQ(textOf(*comparison.terms()[0].rate), "c{=1:clock}");
-    EXPECT_EQ(textOf(*comparison.terms()[0].coefficient), "x{=1:int}");
+    EXPECT_EQ(printed(*comparison.terms()[0].variable), "c{=3:clock}");
+    EXPECT_EQ(printed(*comparison.terms()[0].rate), "c{=1:clock}");
+    EXPECT_EQ(printed(*comparison.terms()[0].coefficient), "x{=1:int}");
     EXPECT_FALSE(realised->holds());
     // 1 * c <= 2.5 with c = 3, running at rate 1, is over; with c = 1 it lasts for another 1.5.
     EXPECT_TRUE(realised->holdsWhile().empty());
@@ -50,12 +50,30 @@ TEST_F(LinearSubstitutionTest, TheConditionOfAClauseIsRewritten) {
     EXPECT_EQ(realised->holdsWhile().upper, 6.0);
 }
 
-TEST_F(LinearSubstitutionTest, AConditionThatDoesNotResolveFailsAndIsNeverTakenForTrue) {
+TEST_F(LinearSubstitutionTest, AConditionThatDoesNotResolveIsLoggedAndMeansTrue) {
     const VornLinearExpression syntax = linear(constant<VornBool>(true), typedVar<VornBool>("nothing"),
                                                var<VornClock>("c"), constant<VornReal>(1.0), constant<VornReal>(9.0));
     const std::unique_ptr<VornLinearExpression> realised(subject()(&syntax));
-    EXPECT_TRUE(realised->holds());
-    EXPECT_THROW(realised->holdsWhile(), missing_operand);
+    EXPECT_EQ(log.texts(VALREF), std::vector<std::string>{"Unable to find id linked to variable nothing"});
+    EXPECT_EQ(realised->clauses()[0]->condition(), nullptr);
+    EXPECT_EQ(realised->holdsWhile().upper, 6.0);
+}
+
+TEST_F(LinearSubstitutionTest, AClauseOfOnlyAConditionThatDoesNotResolveHoldsForEverBesideAComparison) {
+    auto* comparison = new LinExp(constant<VornReal>(9.0), parser::OperatorType::LEq);
+    comparison->addTerm(var<VornClock>("c"), var<VornClock>("c"), constant<VornReal>(1.0));
+    auto* bounded = new Clause(nullptr);
+    bounded->addExpr(comparison);
+    const VornLinearExpression syntax(constant<VornBool>(true), {bounded, new Clause(typedVar<VornBool>("nothing"))});
+    const std::unique_ptr<VornLinearExpression> realised(subject()(&syntax));
+    EXPECT_EQ(realised->holdsWhile().upper, TimeInterval::INF_TIME);
+}
+
+TEST_F(LinearSubstitutionTest, WithoutAComparisonThePlainFormDecidesWhateverTheConditionsAre) {
+    const VornLinearExpression syntax(typedVar<VornBool>("flag"), {new Clause(typedVar<VornBool>("nothing"))});
+    const std::unique_ptr<VornLinearExpression> realised(subject()(&syntax));
+    EXPECT_TRUE(realised->isSimple());
+    EXPECT_TRUE(realised->holdsWhile().empty());
 }
 
 TEST_F(LinearSubstitutionTest, ABareGuardThatDoesNotResolveFailsWhenEvaluated) {

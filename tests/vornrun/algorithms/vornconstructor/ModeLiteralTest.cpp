@@ -78,9 +78,9 @@ TEST_F(ModeLiteralTest, ValuesOfOtherTypesAndTheNullModeAreCopied) {
     const Value numberCopy(subject().substituteValue(&number));
     const Value colourCopy(subject().substituteValue(&colour));
     const Value noneCopy(subject().substituteValue(&none));
-    EXPECT_EQ(textOf(*numberCopy), "5");
-    EXPECT_EQ(textOf(*colourCopy), "v:up");
-    EXPECT_EQ(textOf(*noneCopy), "(null)");
+    EXPECT_EQ(printed(*numberCopy), "5");
+    EXPECT_EQ(printed(*colourCopy), "v:up");
+    EXPECT_EQ(printed(*noneCopy), "(null)");
     EXPECT_NE(numberCopy.get(), &number);
     EXPECT_TRUE(log.records().empty());
 }

@@ -7,17 +7,12 @@
 #include <stdexcept>
 #include <string>
 
+#include "tests/support/Printed.h"
 #include "tests/support/SyntaxModel.h"
 #include "vornrun/algorithms/vornconstructor/VornModelConstructor.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
 
 namespace vornrun::test {
-
-inline std::string printed(const Realisation& realisation) {
-    std::ostringstream stream;
-    realisation.print(stream);
-    return stream.str();
-}
 
 /// The model below one implementation; the implementation must outlive it.
 class Realised {

@@ -3,13 +3,13 @@
 /// A small realised model and what its names become, for the tests of VariablesToValueReferences.
 
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "tests/support/CapturedLog.h"
+#include "tests/support/Printed.h"
 #include "tests/support/SyntaxModel.h"
 #include "vornrun/algorithms/vornconstructor/VariablesToValueReferences.h"
 #include "vornrun/algorithms/vornconstructor/VornModelConstructor.h"
@@ -34,12 +34,6 @@ TypedVornExpressionTree<T>* typedVar(const std::string& name) {
 template <class Op, class Result, class T>
 Tree binary(TypedVornExpressionTree<T>* left, TypedVornExpressionTree<T>* right) {
     return std::make_unique<TypedBinaryOperator<Op, Result, T, T>>(left, right);
-}
-
-inline std::string textOf(const VornExpressionTree& tree) {
-    std::ostringstream stream;
-    tree.printExpression(stream);
-    return stream.str();
 }
 
 template <class Call>

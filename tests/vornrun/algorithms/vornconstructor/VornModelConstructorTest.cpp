@@ -2,6 +2,7 @@
 
 #include <thread>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tests/support/CapturedLog.h"
@@ -289,6 +290,19 @@ TEST_F(VornModelConstructorTest, AnUnresolvedNameIsLoggedAndTheModelIsRealisedAl
     EXPECT_THROW(realised.transition(0).guardHolds(), missing_operand);
     EXPECT_THROW(realised.transition(0).effects()[0]->applyAssignment(), missing_operand);
     EXPECT_EQ(printed(realised.mode("A")), "A: initial mode while (null)");
+}
+
+TEST_F(VornModelConstructorTest, AVariableUnderAWrongTypeIsRealisedAndFailsWhenItIsEvaluated) {
+    const CapturedLog log(LogLevel::Warn);
+    const Realised realised(
+        model.component("T", ComponentDraft()
+                                 .mode("A", VornModeType::initial)
+                                 .data<VornInt>("n")
+                                 .transition("A", "A", "", nullptr, {assign(var<VornEnum>("n"), var<VornEnum>("n"))})));
+    EXPECT_EQ(log.texts("root.realisation.valref"), std::vector<std::string>());
+    EXPECT_THAT([&] { realised.transition(0).effects()[0]->applyAssignment(); },
+                testing::ThrowsMessage<model_exception>("Component main: variable \"n\" is used as VornEnum, which is "
+                                                        "not the type that it was declared with"));
 }
 
 TEST_F(VornModelConstructorTest, AnInvariantCannotNameWhatIsBelow) {

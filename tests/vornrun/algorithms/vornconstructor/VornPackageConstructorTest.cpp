@@ -20,7 +20,7 @@ TEST(VornPackageConstructor, StartsInThePublicSectionOfANamedPackage) {
     constructor.addDeclaration(makeDeclaration("T"));
     const std::unique_ptr<VornPackage> package(constructor.takePackage());
     EXPECT_EQ(package->name(), "P");
-    EXPECT_THAT(rendering(*package), HasSubstr("public\nsystem T\nend T;\nend P;\n"));
+    EXPECT_THAT(printed(*package), HasSubstr("public\nsystem T\nend T;\nend P;\n"));
     EXPECT_EQ(constructor.package(), nullptr);
 }
 
@@ -35,15 +35,15 @@ TEST(VornPackageConstructor, AddsToTheSectionThatIsChosen) {
     constructor.addDeclaration(shown);
     constructor.addImplementation(makeImplementation(shown, "i"));
     const std::string mode = "\tsubcomponents\n\t\tmode: data mode;\n";
-    EXPECT_THAT(rendering(*constructor.package()), HasSubstr("public\n"
-                                                             "system Shown\nend Shown;\n"
-                                                             "system implementation Shown.i\n" +
-                                                             mode +
-                                                             "end Shown.i;\n"
-                                                             "private\n"
-                                                             "system Hidden\nend Hidden;\n"
-                                                             "system implementation Hidden.i\n" +
-                                                             mode + "end Hidden.i;\n"));
+    EXPECT_THAT(printed(*constructor.package()), HasSubstr("public\n"
+                                                           "system Shown\nend Shown;\n"
+                                                           "system implementation Shown.i\n" +
+                                                           mode +
+                                                           "end Shown.i;\n"
+                                                           "private\n"
+                                                           "system Hidden\nend Hidden;\n"
+                                                           "system implementation Hidden.i\n" +
+                                                           mode + "end Hidden.i;\n"));
 }
 
 TEST(VornPackageConstructor, FindsDeclarationsOfBothSections) {

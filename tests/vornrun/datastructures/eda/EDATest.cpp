@@ -24,36 +24,37 @@ void addSwitchedRoot(ModelWriter& model, const std::string& initialMode = "on") 
     root.transition("on", "off").transition("off", "on");
 }
 
-TEST(EDA, ATimeStepOfZeroChangesNothingAndKeepsStoredResults) {
+TEST(EDA, ATimeStepOfZeroChangesNothing) {
     ModelWriter model;
     model.implementation("Root.i").data(x, 1.0).mode("a", invariant(x <= 5.0));
     RunningModel running(model);
-    EDA& eda = running.eda("main");
-    eda.invariantsRemainValidFor();
-    const Clause& clause = *eda.currentMode()->invariant()->clauses().front();
-    const TimeInterval before = *clause.lastResult();
-
-    eda.takeTimedTransition(0.0);
-
+    running.eda("main").takeTimedTransition(0.0);
     EXPECT_EQ(running.value<VornClock>("main.x"), 1.0);
-    ASSERT_NE(clause.lastResult(), nullptr);
-    EXPECT_EQ(clause.lastResult()->upper, before.upper);
 }
 
-TEST(EDA, ATimeStepShiftsStoredResultsAndADiscreteStepOnAClockDropsThem) {
+TEST(EDA, InvalidatingWithADelayShiftsLastResultsAndWithoutOneDropsThem) {
     ModelWriter model;
-    model.implementation("Root.i").data(x).mode("a", invariant(x <= 5.0)).transition("a", "a", set(x, 0.0));
+    model.implementation("Root.i")
+        .data(x)
+        .mode("a", invariant(x <= 5.0))
+        .transition("a", "a", when(x >= 3.0), set(x, 0.0));
     RunningModel running(model);
     EDA& eda = running.eda("main");
-    const Clause& clause = *eda.currentMode()->invariant()->clauses().front();
+    const TransitionPtr transition = running.transition("main", "a", "a");
+    const Clause& invariant = *eda.currentMode()->invariant()->clauses().front();
+    const Clause& guard = *transition->guard()->clauses().front();
     eda.invariantsRemainValidFor();
+    transition->guardHoldsWhile();
 
-    eda.takeTimedTransition(2.0);
-    ASSERT_NE(clause.lastResult(), nullptr);
-    EXPECT_EQ(clause.lastResult()->upper, 3.0);
+    eda.invalidateInvariantCache(2.0);
+    ASSERT_NE(invariant.lastResult(), nullptr);
+    EXPECT_EQ(invariant.lastResult()->upper, 3.0);
+    ASSERT_NE(guard.lastResult(), nullptr);
+    EXPECT_EQ(guard.lastResult()->lower, 1.0);
 
-    eda.takeEventTransition(running.transition("main", "a", "a"));
-    EXPECT_EQ(clause.lastResult(), nullptr);
+    eda.invalidateInvariantCache(0.0);
+    EXPECT_EQ(invariant.lastResult(), nullptr);
+    EXPECT_EQ(guard.lastResult(), nullptr);
 }
 
 TEST(EDA, EnteringTheCurrentModeHasNoEffect) {

@@ -4,11 +4,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iostream>
 #include <memory>
 
 #include "tests/support/CapturedLog.h"
 #include "tests/support/CaseName.h"
+#include "tests/support/ProgressRecorder.h"
 #include "tests/vornrun/datastructures/property/FormulaFixtures.h"
 #include "tests/vornrun/datastructures/vorn/syntax/SyntaxFixtures.h"
 #include "vornrun/algorithms/simulators/Simulator.h"
@@ -97,20 +97,6 @@ TEST(CSLProbabilityStateFormula, ClonesDeeplyOrWithAnotherPath) {
     EXPECT_EQ(text(*over), "P[<=0.25]X[2,3]false");
 }
 
-/// Sends standard output elsewhere for its lifetime.
-class CapturedOutput {
-  public:
-    CapturedOutput() : mFormer(std::cout.rdbuf(mText.rdbuf())) {}
-    CapturedOutput(const CapturedOutput&) = delete;
-    CapturedOutput& operator=(const CapturedOutput&) = delete;
-    ~CapturedOutput() { std::cout.rdbuf(mFormer); }
-    std::string text() const { return mText.str(); }
-
-  private:
-    std::ostringstream mText;
-    std::streambuf* mFormer;
-};
-
 TEST(CSLProbabilityStateFormula, EstimatesBetweenSavingAndRestoringTheState) {
     const std::unique_ptr<VornComponentDeclaration> declaration(makeDeclaration("S"));
     const std::unique_ptr<VornComponentImplementation> implementation(
@@ -122,9 +108,10 @@ TEST(CSLProbabilityStateFormula, EstimatesBetweenSavingAndRestoringTheState) {
                                              Operator::greaterEqual);
 
     const CapturedLog log;
-    const CapturedOutput output;
+    ProgressRecorder progress;
+    simulator.setObserver(&progress);
     EXPECT_EQ(formula.evaluate(&simulator, false), PropertyTrue);
-    EXPECT_EQ(output.text(), std::string(10000, '.'));
+    EXPECT_EQ(progress.nestedOutput(), std::string(10000, '.'));
     EXPECT_THAT(log.records(), ElementsAre(LogRecord{LogLevel::Info, "root.sim", "Pushing simulator state"},
                                            LogRecord{LogLevel::Error, "root.sim",
                                                      "Statistical uncertainty ignored for nested formula"},

@@ -21,7 +21,7 @@ namespace vornrun::test {
 /// One evaluation of a scripted formula.
 struct Asked {
     std::string name;
-    Simulator* simulator;
+    RunContext* run;
     bool shallow;
 
     friend bool operator==(const Asked&, const Asked&) = default;
@@ -37,8 +37,8 @@ class ScriptedFormula final : public CSLStateFormula {
     ScriptedFormula(std::string name, PropertyResult verdict, std::vector<Asked>& journal)
         : mName(std::move(name)), mVerdict(verdict), mJournal(journal) {}
 
-    PropertyResult evaluate(Simulator* simulator, bool shallow) const override {
-        mJournal.push_back({mName, simulator, shallow});
+    PropertyResult evaluate(RunContext* run, bool shallow) const override {
+        mJournal.push_back({mName, run, shallow});
         return mVerdict;
     }
     ScriptedFormula* clone() const override { return new ScriptedFormula(mName, mVerdict, mJournal); }

@@ -6,7 +6,7 @@ namespace vornrun {
 
 namespace {
 
-// How far the earliest delay may lie behind the end of the invariants.
+// How far the earliest delay may be beyond the end of the invariants.
 constexpr double INVARIANT_SLACK = 1e-6;
 
 }  // namespace

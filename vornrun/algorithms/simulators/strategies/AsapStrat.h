@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Takes transitions as soon as possible: waits until the first of them becomes enabled.
+/// Takes transitions as soon as possible: waits until the first one becomes enabled.
 
 #include <string>
 
@@ -12,13 +12,11 @@ class AsapStrat final : public SimulationStrategy {
   public:
     std::string name() const override { return "AsapStrat"; }
     AsapStrat* clone() const override { return new AsapStrat(*this); }
-
-  protected:
     SimulationStep* simulateStep() override;
 
   private:
-    /// Leaves in mCandidates the non-stochastic transitions that are enabled first.
-    /// \return the delay until then; INF_TIME when none ever is
+    /// Fills mCandidates with the non-stochastic transitions that are enabled first.
+    /// \return the delay until then; INF_TIME when none is ever enabled
     Time collectEarliest(const QualifiedTransitions& active);
 };
 

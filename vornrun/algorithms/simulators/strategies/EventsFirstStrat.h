@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Lets no time pass while anything can happen now, and as much as the invariants allow otherwise.
+/// Lets no time pass while anything can happen now. Otherwise lets as much time pass as the invariants allow.
 
 #include <string>
 
@@ -12,8 +12,6 @@ class EventsFirstStrat final : public SimulationStrategy {
   public:
     std::string name() const override { return "EventsFirstStrat"; }
     EventsFirstStrat* clone() const override { return new EventsFirstStrat(*this); }
-
-  protected:
     SimulationStep* simulateStep() override;
 };
 

@@ -1,21 +1,24 @@
 #include "vornrun/algorithms/simulators/strategies/InputStrat.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
-#include <iostream>
 #include <limits>
 #include <sstream>
 #include <utility>
 
-#include "vornrun/algorithms/simulators/Simulator.h"
+#include "vornrun/algorithms/simulators/strategies/Console.h"
+#include "vornrun/datastructures/property/RunContext.h"
 
 namespace vornrun {
 
 namespace {
 
-// As the standard conversion of strings to int: base 10, blanks in front and text behind are passed over.
-// -1 for what does not begin with a number, or with one beyond 32 bits.
+constexpr const char* END_OF_INPUT = "No more input";
+
+// Converts like the standard conversion of strings to int: base 10, leading blanks and trailing text are ignored.
+// -1 for a text that does not begin with a number, or begins with one beyond 32 bits.
 int leadingNumber(const std::string& token) {
     errno = 0;
     char* end = nullptr;
@@ -25,7 +28,7 @@ int leadingNumber(const std::string& token) {
     return static_cast<int>(number);
 }
 
-// Splits at commas and blanks, adjacent ones counting as one. One at the start leaves an empty first token.
+// Splits at commas and blanks; adjacent ones count as one. One at the start leaves an empty first token.
 std::vector<std::string> splitTokens(const std::string& text) {
     std::vector<std::string> tokens(1);
     bool separated = false;
@@ -41,45 +44,8 @@ std::vector<std::string> splitTokens(const std::string& text) {
     return tokens;
 }
 
-// The number of the command "d". A negative one wraps, as streams read unsigned numbers, and so is never in range.
-std::size_t readIndex(std::istream& line, std::size_t size) {
-    std::uint32_t index = 0;
-    if (line >> index && index < size) return index;
-    std::cout << "Bad index, assuming 0" << std::endl;
-    return 0;
-}
-
-// The number of the command "t".
-Time readDelay(std::istream& line) {
-    Time delay = 0.0;
-    if (line >> delay && delay >= 0.0) return delay;
-    std::cout << "Bad time, assuming 0.0" << std::endl;
-    return 0.0;
-}
-
-// Lists what there is to choose from, with a closing empty line. Tells whether there is anything.
-bool showAlternatives(const ConnectionAsTransitions& options) {
-    bool anyShown = false;
-    for (const auto& [eda, alternatives] : options) {
-        if (alternatives.size() < 2) continue;
-        if (!anyShown) std::cout << "Choose non-deterministic transitions:\n";
-        anyShown = true;
-        std::cout << " " << eda->identifier() << "\n";
-        for (const TransitionPtr alternative : alternatives) std::cout << "  " << *alternative->transition() << "\n";
-    }
-    std::cout << std::endl;
-    return anyShown;
-}
-
-// The line that says which alternatives to take; empty when there is none to be had.
-std::string askForAlternatives() {
-    std::cout << "Select transitions to take ( r,#,#,r,a )\n"
-              << "a/A: Select for all following EDAs automatically\n"
-              << "r/R: Select for given EDA randomly\n"
-              << "  #: Select for given EDA manually" << std::endl;
-    std::stringstream line;
-    getLine(std::cin, line);
-    return line.str();
+bool leavesAChoice(const ConnectionAsTransitions& options) {
+    return std::any_of(options.begin(), options.end(), [](const auto& entry) { return entry.second.size() >= 2; });
 }
 
 }  // namespace
@@ -92,12 +58,15 @@ bool getLine(std::istream& in, std::stringstream& line) {
     return static_cast<bool>(in);
 }
 
+std::ostream& InputStrat::output() const { return console()->output(); }
+
 SimulationStep* InputStrat::simulateStep() {
     const QualifiedTransitions& active = network().currentActiveTransitions();
     network().collectEnabledTransitions(mCandidates);
     if (active.empty()) throw deadlock_exception("No possible simulation step found: Actionlock");
+    if (console() == nullptr) throw abort_exception(END_OF_INPUT);
     const TimeInterval allowed = network().invariantsRemainValidFor();
-    network().dumpTopologies();
+    console()->dumpTopologies(network());
     showTransitions(active, mCandidates);
 
     const Command command = askForCommand(mCandidates.size(), allowed);
@@ -107,41 +76,41 @@ SimulationStep* InputStrat::simulateStep() {
 }
 
 void InputStrat::showTransitions(const QualifiedTransitions& active, const QualifiedTransitions& enabled) const {
-    std::cout << "Current enabled transitions are:" << std::endl;
+    output() << "Current enabled transitions are:" << std::endl;
     for (std::size_t i = 0; i < enabled.size(); ++i) {
-        std::cout << i << ": ";
+        output() << i << ": ";
         showInterval(enabled[i], network().transitionRemainsEnabledFor(enabled[i]));
     }
-    std::cout << "Future transitions are:" << std::endl;
+    output() << "Future transitions are:" << std::endl;
     for (const QualifiedTransition& transition : active) {
         const TimeInterval when = network().transitionRemainsEnabledFor(transition);
-        // A transition that never becomes enabled stands here too: a set without delays begins at 1.
+        // Also lists a transition that never becomes enabled: the lower end of a set without delays is 1.
         if (when.lower != 0.0) showInterval(transition, when);
     }
 }
 
 void InputStrat::showInterval(const QualifiedTransition& transition, const TimeInterval& when) const {
     const auto& [eda, realised] = transition;
-    std::cout << eda->identifier() << " : " << *realised->transition() << "\n"
-              << (isStochastic(transition) ? "    probabilistic: " : "    active in: ") << when << "\n";
+    output() << eda->identifier() << " : " << *realised->transition() << "\n"
+             << (isStochastic(transition) ? "    probabilistic: " : "    active in: ") << when << "\n";
 }
 
 void InputStrat::showState() const {
-    std::cout << "Current state:\n" << network() << std::endl;
-    std::cout << "Current time is:" << simulator()->currentTime() << std::endl;
+    output() << "Current state:\n" << network() << std::endl;
+    output() << "Current time is:" << run()->currentTime() << std::endl;
 }
 
 InputStrat::Command InputStrat::askForCommand(std::size_t enabledCount, const TimeInterval& allowed) const {
     Command command;
     while (!command.discrete && !command.timed) {
-        if (enabledCount > 0) std::cout << "Index in: [0, " << enabledCount - 1 << "]\n";
-        std::cout << "Time in:  " << allowed << std::endl;
-        std::cout << "Enter command (s = print state, d # = discrete transition, t #.# = timed transition, q = quit)"
-                  << std::endl;
+        if (enabledCount > 0) output() << "Index in: [0, " << enabledCount - 1 << "]\n";
+        output() << "Time in:  " << allowed << std::endl;
+        output() << "Enter command (s = print state, d # = discrete transition, t #.# = timed transition, q = quit)"
+                 << std::endl;
         std::stringstream line;
-        const bool read = getLine(std::cin, line);
+        const bool read = getLine(console()->input(), line);
         // A last line without a line end is not carried out. A stream that fails otherwise would prompt for ever.
-        if (std::cin.eof() || !read) throw abort_exception("No more input");
+        if (console()->input().eof() || !read) throw abort_exception(END_OF_INPUT);
         std::string word;
         line >> word;
         if (word == "q") throw abort_exception("Simulation terminated by the user");
@@ -158,13 +127,29 @@ InputStrat::Command InputStrat::askForCommand(std::size_t enabledCount, const Ti
     return command;
 }
 
+/// The number of the command "d". A negative one wraps, as streams read unsigned numbers, and so is never in range.
+std::size_t InputStrat::readIndex(std::istream& line, std::size_t size) const {
+    std::uint32_t index = 0;
+    if (line >> index && index < size) return index;
+    output() << "Bad index, assuming 0" << std::endl;
+    return 0;
+}
+
+/// The number of the command "t".
+Time InputStrat::readDelay(std::istream& line) const {
+    Time delay = 0.0;
+    if (line >> delay && delay >= 0.0) return delay;
+    output() << "Bad time, assuming 0.0" << std::endl;
+    return 0.0;
+}
+
 SimulationStep* InputStrat::takeTimed(Time delay, const TimeInterval& allowed) {
-    std::cout << "Taking timed transition, delay is " << delay << std::endl;
+    output() << "Taking timed transition, delay is " << delay << std::endl;
     if (delay > allowed.upper) {
-        std::cout << "Whoops, sample exceed invariant. Capping at " << allowed.upper << std::endl;
+        output() << "Whoops, sample exceed invariant. Capping at " << allowed.upper << std::endl;
         delay = allowed.upper;
     } else if (allowed.lower > delay) {
-        std::cout << "Whoops, sample too low. Capping at " << allowed.lower << std::endl;
+        output() << "Whoops, sample too low. Capping at " << allowed.lower << std::endl;
         delay = allowed.lower;
     }
     if (delay > 0) network().takeTimedTransition(delay);
@@ -174,16 +159,42 @@ SimulationStep* InputStrat::takeTimed(Time delay, const TimeInterval& allowed) {
 SimulationStep* InputStrat::takeDiscrete(const QualifiedTransition& transition) {
     network().collectEnabledTransitions(transition, mOptions);
     if (mOptions.empty()) {
-        std::cout << "Could not synchronize trigger, please try a different transition or time delay" << std::endl;
+        output() << "Could not synchronize trigger, please try a different transition or time delay" << std::endl;
         return new TimeSimulationStep(0.0);
     }
     return new DiscreteSimulationStep(fire(mOptions));
 }
 
-// Tokens count all automata of the event, also those that have one alternative and were not shown. A letter converts to
-// no number and so leaves the choice of its own position to chance.
+/// Lists the alternatives, with an empty line at the end. \return whether there is something to choose
+bool InputStrat::showAlternatives(const ConnectionAsTransitions& options) const {
+    bool anyShown = false;
+    for (const auto& [eda, alternatives] : options) {
+        if (alternatives.size() < 2) continue;
+        if (!anyShown) output() << "Choose non-deterministic transitions:\n";
+        anyShown = true;
+        output() << " " << eda->identifier() << "\n";
+        for (const TransitionPtr alternative : alternatives) output() << "  " << *alternative->transition() << "\n";
+    }
+    output() << std::endl;
+    return anyShown;
+}
+
+/// The line that says which alternatives to take; empty at the end of input.
+std::string InputStrat::askForAlternatives() const {
+    output() << "Select transitions to take ( r,#,#,r,a )\n"
+             << "a/A: Select for all following EDAs automatically\n"
+             << "r/R: Select for given EDA randomly\n"
+             << "  #: Select for given EDA manually" << std::endl;
+    std::stringstream line;
+    getLine(console()->input(), line);
+    return line.str();
+}
+
+// Tokens count all automata of the event, also those with one alternative, which are not shown. A letter is no number,
+// so the choice for its own position is random.
 QualifiedTransitions InputStrat::selectTransitions(const ConnectionAsTransitions& options) {
-    const std::string line = showAlternatives(options) ? askForAlternatives() : std::string();
+    if (console() == nullptr && leavesAChoice(options)) throw abort_exception(END_OF_INPUT);
+    const std::string line = console() != nullptr && showAlternatives(options) ? askForAlternatives() : std::string();
     const std::vector<std::string> tokens = splitTokens(line);
     QualifiedTransitions chosen;
     chosen.reserve(options.size());

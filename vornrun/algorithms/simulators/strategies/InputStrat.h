@@ -1,31 +1,30 @@
 #pragma once
 /// \file
-/// Lets a person drive a trace from the terminal: shows what can happen now and later, and asks for a command.
+/// Lets a person choose each step: shows what can happen now and later, and asks for a command.
 
 #include <cstddef>
 #include <iosfwd>
 #include <string>
-#include <vector>
 
 #include "vornrun/algorithms/simulators/strategies/SimulationStrategy.h"
 
 namespace vornrun {
 
-/// Reads one line of `in`, which becomes the whole content of `line`, whose state flags are cleared; those of `in`
+/// Reads one line of `in`, which becomes the whole content of `line`. Clears the state flags of `line`; those of `in`
 /// stay as the reading has set them. \return whether a line was read
 bool getLine(std::istream& in, std::stringstream& line);
 
-/// The dialogue runs over standard input and output. The stochastic events do not race: the person decides.
-/// Each step rewrites the dumps of both topologies in the working directory.
+/// The dialogue uses the console of the strategy. The stochastic events do not race: the person decides. Each step
+/// dumps both topologies to the console.
 class InputStrat final : public SimulationStrategy {
   public:
     std::string name() const override { return "InputStrat"; }
     InputStrat* clone() const override { return new InputStrat(*this); }
 
-  protected:
-    /// \throws abort_exception when the person quits, and at the end of input
+    /// \throws abort_exception when the person quits, at the end of input, and without a console
     SimulationStep* simulateStep() override;
-    /// The person chooses for each automaton that has alternatives; what is not said falls by chance.
+    /// The person chooses for each automaton that has alternatives. What the person does not say is chosen at random.
+    /// \throws abort_exception when there is something to choose, but no console
     QualifiedTransitions selectTransitions(const ConnectionAsTransitions& options) override;
 
   private:
@@ -37,10 +36,15 @@ class InputStrat final : public SimulationStrategy {
         Time delay = 0.0;
     };
 
+    std::ostream& output() const;
     void showTransitions(const QualifiedTransitions& active, const QualifiedTransitions& enabled) const;
     void showInterval(const QualifiedTransition& transition, const TimeInterval& when) const;
     void showState() const;
+    bool showAlternatives(const ConnectionAsTransitions& options) const;
+    std::string askForAlternatives() const;
     Command askForCommand(std::size_t enabledCount, const TimeInterval& allowed) const;
+    std::size_t readIndex(std::istream& line, std::size_t size) const;
+    Time readDelay(std::istream& line) const;
     SimulationStep* takeTimed(Time delay, const TimeInterval& allowed);
     SimulationStep* takeDiscrete(const QualifiedTransition& transition);
 };

@@ -10,7 +10,7 @@ SimulationStep* LocalStrat::simulateStep() {
     if (!anyActive) failWithoutActiveTransitions(allowed);
 
     Time delay = TimeInterval::INF_TIME;
-    // An unbounded proposal overflows to infinity and leaves the bounded ones to decide.
+    // An unbounded proposal overflows to infinity, so that the bounded ones decide.
     for (const EDA* eda : network().activeEDAs())
         delay = std::min(delay, sampleFromInterval(eda->invariantsRemainValidFor()));
     if (delay > getFirstSample().first) return useFirstSample();

@@ -12,8 +12,6 @@ class LocalStrat final : public SimulationStrategy {
   public:
     std::string name() const override { return "LocalStrat"; }
     LocalStrat* clone() const override { return new LocalStrat(*this); }
-
-  protected:
     SimulationStep* simulateStep() override;
 };
 

@@ -13,7 +13,7 @@ SimulationStep* MaxTimeProgressStrat::simulateStep() {
         if (delay > 0) return new TimeSimulationStep(delay);
         throw deadlock_exception("No possible simulation step found: Deadlock");
     }
-    // The delay has passed already and the sample fires after a further one; the step tells the sample's alone.
+    // The delay has passed already, and the sample fires after its own delay. The step reports only the sample's delay.
     if (mCandidates.empty()) return useFirstSample();
     QualifiedTransitions chosen = fire(mCandidates[pick(mCandidates.size())]);
     if (delay > 0) return new CombinedSimulationStep(std::move(chosen), delay);

@@ -12,8 +12,6 @@ class MaxTimeProgressStrat final : public SimulationStrategy {
   public:
     std::string name() const override { return "MaxTimeProgressStrat"; }
     MaxTimeProgressStrat* clone() const override { return new MaxTimeProgressStrat(*this); }
-
-  protected:
     SimulationStep* simulateStep() override;
 };
 

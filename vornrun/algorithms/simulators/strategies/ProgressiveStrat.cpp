@@ -1,8 +1,10 @@
 #include "vornrun/algorithms/simulators/strategies/ProgressiveStrat.h"
 
 #include <algorithm>
-#include <iostream>
+#include <ostream>
 #include <utility>
+
+#include "vornrun/algorithms/simulators/strategies/Console.h"
 
 namespace vornrun {
 
@@ -10,18 +12,12 @@ namespace {
 
 constexpr std::uint32_t MAX_RETRIES = 10;
 
-// Addressed to whoever models: a transition has drawn a delay before it is enabled.
-void reportEarlyDelay(const QualifiedTransition& transition, const TimeInterval& basis, const TimeInterval& when,
-                      const TimeInterval& allowed) {
-    const auto& [eda, realised] = transition;
-    std::cout << "TOO SMALL " << eda->identifier() << " " << *realised << "\n"
-              << basis << "\n"
-              << when << "\n"
-              << allowed << "\n"
-              << *eda << std::endl;
-}
-
 }  // namespace
+
+void ProgressiveStrat::restart() {
+    SimulationStrategy::restart();
+    mRetries = 0;
+}
 
 SimulationStep* ProgressiveStrat::simulateStep() {
     const QualifiedTransitions& active = network().currentActiveTransitions();
@@ -32,7 +28,7 @@ SimulationStep* ProgressiveStrat::simulateStep() {
     collectDelays(active, allowed, sample);
     if (mDelays.empty()) return useFirstSample();
     reduceAutomata();
-    // The draw among the earliest comes before the sample is looked at, so it takes place also when the sample wins.
+    // The draw among the earliest comes before the test of the sample, so it takes place also when the sample wins.
     const Candidate winner = earliest(mReduced.begin(), mReduced.end());
     if (winner.delay >= sample) return useFirstSample();
     return take(winner);
@@ -47,12 +43,12 @@ void ProgressiveStrat::collectDelays(const QualifiedTransitions& active, const T
         const TimeInterval when = delaysOf(transition, basis, allowed);
         if (when.empty()) continue;
         const Time delay = sampleFromInterval(when);
-        // Lost against the stochastic events already, or beyond all time: an unbounded draw overflows to infinity.
+        // Either a stochastic event is earlier, or an unbounded draw has overflowed to infinity.
         if (delay > sample || delay > TimeInterval::INF_TIME) continue;
         mDelays.push_back({transition, delay});
         if (basis.lower > delay) reportEarlyDelay(transition, basis, when, allowed);
     }
-    // The automata take part in network order; within one of them the order of its transitions stays.
+    // Automata are in network order; the transitions of one automaton keep their order.
     const auto inNetworkOrder = [](const Candidate& a, const Candidate& b) {
         return EDAOrder()(a.transition.first, b.transition.first);
     };
@@ -60,11 +56,23 @@ void ProgressiveStrat::collectDelays(const QualifiedTransitions& active, const T
         std::stable_sort(mDelays.begin(), mDelays.end(), inNetworkOrder);
 }
 
+/// For the person who writes the model: a transition has drawn a delay at which it is not enabled yet.
+void ProgressiveStrat::reportEarlyDelay(const QualifiedTransition& transition, const TimeInterval& basis,
+                                        const TimeInterval& when, const TimeInterval& allowed) const {
+    if (console() == nullptr) return;
+    const auto& [eda, realised] = transition;
+    console()->output() << "TOO SMALL " << eda->identifier() << " " << *realised << "\n"
+                        << basis << "\n"
+                        << when << "\n"
+                        << allowed << "\n"
+                        << *eda << std::endl;
+}
+
 TimeInterval ProgressiveStrat::delaysOf(const QualifiedTransition& transition, const TimeInterval& basis,
                                         const TimeInterval& allowed) const {
-    if (mExtendToInvariant != 1) return basis.intersect(allowed);
+    if (!mExtendToInvariant) return basis.intersect(allowed);
     const TimeInterval own = transition.first->invariantsRemainValidFor();
-    // Empty, so without an effect, when the transition stays enabled for longer than the invariant holds.
+    // The extension is empty when the transition stays enabled for longer than the invariant holds.
     return basis.unite(TimeInterval(basis.upper, own.upper)).intersect(allowed);
 }
 
@@ -83,7 +91,7 @@ ProgressiveStrat::Candidate ProgressiveStrat::reduceAutomaton(Candidates::const_
                                                               Candidates::const_iterator end) {
     const auto size = static_cast<std::size_t>(end - begin);
     if (size == 1) return *begin;
-    if (mLocalChoice != 0) return earliest(begin, end);
+    if (mLocalChoice) return earliest(begin, end);
     return *(begin + static_cast<std::ptrdiff_t>(pick(size)));
 }
 
@@ -114,7 +122,7 @@ SimulationStep* ProgressiveStrat::take(const Candidate& winner) {
     return new DiscreteSimulationStep(std::move(chosen));
 }
 
-// The normal outcome of a delay behind the end of the transition's enabledness.
+// The normal outcome of a delay at which the transition is no longer enabled.
 SimulationStep* ProgressiveStrat::giveUp(Time delay) {
     if (mAttitude != ProgressiveAttitude::Conservative) return new TimeSimulationStep(delay);
     VORNRUN_LOG(sLogger, Debug, "Conservative attitude: retry");

@@ -1,8 +1,8 @@
 #pragma once
 /// \file
-/// Every non-stochastic active transition draws a delay of its own from the delays at which it can be taken, and the
-/// earliest wins. The delays may be extended to the end of its automaton's invariant: a draw in the extension lets time
-/// pass without taking the transition.
+/// Every non-stochastic active transition draws a delay from the delays at which it can be taken. The earliest wins.
+/// The delays may be extended to the end of the automaton's invariant. A draw in that extension lets time pass without
+/// taking the transition.
 
 #include <cstdint>
 #include <string>
@@ -12,34 +12,34 @@
 
 namespace vornrun {
 
-/// What to do when the transition picked cannot be taken after its delay.
+/// What to do when the chosen transition cannot be taken after its delay.
 enum class ProgressiveAttitude : std::uint32_t {
     TakeDelay = 0,    // the delay alone is the step
-    Conservative = 1  // the delay is taken back and the next step draws anew, ten times in the life of the strategy
+    Conservative = 1  // the delay is undone and the next step draws again, at most ten times for each strategy
 };
 
 class ProgressiveStrat final : public SimulationStrategy {
   public:
     std::string name() const override { return "ProgressiveStrat"; }
-    /// Takes over the settings and the count of retries.
+    /// Copies the settings and the count of retries.
     ProgressiveStrat* clone() const override { return new ProgressiveStrat(*this); }
-
-    /// Whether an automaton with several candidates keeps the one with the earliest delay, or a random one.
-    bool localChoice() const noexcept { return mLocalChoice != 0; }
-    void setLocalChoice(bool localChoice) noexcept { mLocalChoice = localChoice ? 1 : 0; }
-    /// Whether a transition's delays reach on to the end of its automaton's own invariant.
-    bool extendToInvariant() const noexcept { return mExtendToInvariant == 1; }
-    void setExtendToInvariant(bool extend) noexcept { mExtendToInvariant = extend ? 1 : 0; }
-    ProgressiveAttitude attitude() const noexcept { return mAttitude; }
-    void setAttitude(ProgressiveAttitude attitude) noexcept { mAttitude = attitude; }
-    /// The failed attempts under the conservative attitude, in all runs so far.
-    std::uint32_t retries() const noexcept { return mRetries; }
-
-  protected:
+    /// Also sets the count of retries back to 0.
+    void restart() override;
     SimulationStep* simulateStep() override;
 
+    /// Whether an automaton with several candidates keeps the one with the earliest delay, or a random one.
+    bool localChoice() const noexcept { return mLocalChoice; }
+    void setLocalChoice(bool localChoice) noexcept { mLocalChoice = localChoice; }
+    /// Whether a transition's delays are extended to the end of its automaton's own invariant.
+    bool extendToInvariant() const noexcept { return mExtendToInvariant; }
+    void setExtendToInvariant(bool extend) noexcept { mExtendToInvariant = extend; }
+    ProgressiveAttitude attitude() const noexcept { return mAttitude; }
+    void setAttitude(ProgressiveAttitude attitude) noexcept { mAttitude = attitude; }
+    /// The failed attempts under the conservative attitude, in all runs since the last restart().
+    std::uint32_t retries() const noexcept { return mRetries; }
+
   private:
-    /// A transition with the delay that it has drawn.
+    /// A transition and the delay that it has drawn.
     struct Candidate {
         QualifiedTransition transition;
         Time delay;
@@ -47,6 +47,8 @@ class ProgressiveStrat final : public SimulationStrategy {
     using Candidates = std::vector<Candidate>;
 
     void collectDelays(const QualifiedTransitions& active, const TimeInterval& allowed, Time sample);
+    void reportEarlyDelay(const QualifiedTransition& transition, const TimeInterval& basis, const TimeInterval& when,
+                          const TimeInterval& allowed) const;
     TimeInterval delaysOf(const QualifiedTransition& transition, const TimeInterval& basis,
                           const TimeInterval& allowed) const;
     void reduceAutomata();
@@ -55,12 +57,12 @@ class ProgressiveStrat final : public SimulationStrategy {
     SimulationStep* take(const Candidate& winner);
     SimulationStep* giveUp(Time delay);
 
-    std::uint32_t mLocalChoice = 1;
-    std::uint32_t mExtendToInvariant = 1;
+    bool mLocalChoice = true;
+    bool mExtendToInvariant = true;
     ProgressiveAttitude mAttitude = ProgressiveAttitude::TakeDelay;
-    std::uint32_t mRetries = 0;  // never reset
+    std::uint32_t mRetries = 0;
 
-    // Work lists, whose storage serves from step to step.
+    // Work lists. Their storage stays from step to step.
     Candidates mDelays;   // those still in the race, by network order of the automaton
     Candidates mReduced;  // one for each automaton
     Candidates mTied;     // those with the least delay

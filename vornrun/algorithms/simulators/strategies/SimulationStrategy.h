@@ -1,88 +1,92 @@
 #pragma once
 /// \file
-/// What a model leaves open at each point of a trace a strategy settles: how long to wait, which transition to take,
-/// and which alternative each synchronising automaton picks. The base owns what all strategies share: the random
-/// generator, the race of the stochastic events, and the uniform choice among alternatives.
+/// A model leaves three things open at each point of a trace: how long to wait, which transition to take, and which of
+/// its alternatives each synchronising automaton takes. A strategy decides them. The base class has what all strategies
+/// share: the random generator, the race of the stochastic events, and the uniform choice among alternatives.
 
+#include <cassert>
+#include <cstddef>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "vornrun/Log.h"
-#include "vornrun/algorithms/simulators/RandomGenerator.h"
-#include "vornrun/algorithms/simulators/SimulationExceptions.h"
-#include "vornrun/algorithms/simulators/SimulationStep.h"
+#include "vornrun/algorithms/simulators/random/RandomGenerator.h"
+#include "vornrun/algorithms/simulators/steps/SimulationExceptions.h"
+#include "vornrun/algorithms/simulators/steps/SimulationStep.h"
+#include "vornrun/algorithms/simulators/strategies/EventRace.h"
 #include "vornrun/datastructures/eda/EDANetwork.h"
 
 namespace vornrun {
 
-class Simulator;
-
-/// What becomes of the sample of an event that is no longer active.
-enum class SamplePolicy : unsigned int {
-    KeepWhileAsleep = 0,  // kept, standing still, while its automaton sleeps; dropped when the automaton is active
-    DropInactive = 1,     // always dropped
-    AlwaysFresh = 2       // all samples are dropped before each step
-};
+class Console;
+class RunContext;
 
 class SimulationStrategy {
   public:
     SimulationStrategy();
-    /// Clones the generator and reseeds the clone from the system's random device; starts without samples.
+    /// Clones the generator and reseeds the clone from the system's random device. The copy has an empty race and the
+    /// same console.
     SimulationStrategy(const SimulationStrategy& other);
     SimulationStrategy& operator=(const SimulationStrategy&) = delete;
     virtual ~SimulationStrategy();
 
     /// The class name.
     virtual std::string name() const = 0;
-    /// Forgets all samples; called at the start of each run.
+    /// Drops all samples; called at the start of each run. The order of the race stays, and with it the order in which
+    /// the next run draws.
     virtual void reset();
-    /// Makes an entry in the race for each stochastic event port. Called once; neither argument is owned.
-    virtual void registerSimulator(Simulator* simulator, EDANetwork* network);
+    /// As reset(), and also drops what reset() keeps: afterwards the strategy is as registerSimulator() has left it.
+    virtual void restart();
+    /// Enters each stochastic event port of the network into the race. Called once; neither argument is owned.
+    /// \pre no network is registered yet, and the given one is not null
+    virtual void registerSimulator(RunContext* run, EDANetwork* network);
     /// A plain copy; the caller owns it.
     virtual SimulationStrategy* clone() const = 0;
 
+    /// The strategy's own generator; not owned by the caller.
     RandomGenerator* getRandomGenerator() const noexcept { return mRandomGenerator.get(); }
-    /// Adopts the generator.
+    /// Adopts the generator, which is not null.
     void setRandomGenerator(RandomGenerator* randomGenerator);
+    /// From now on all draws come from that generator, which is not owned; null goes back to the strategy's own one.
+    void drawFrom(RandomGenerator* stream) noexcept { mStream = stream != nullptr ? stream : mRandomGenerator.get(); }
 
-    /// Takes one step on the network and returns it; the caller owns it.
+    /// Where the strategy talks to a person; not owned, null at first. Copies of the strategy use the same one.
+    void setConsole(Console* console) noexcept { mConsole = console; }
+    Console* console() const noexcept { return mConsole; }
+
+    /// Takes one step on the network and returns it; the caller owns it. \pre a network is registered
     /// \throws deadlock_exception when no step is possible
     SimulationStep* executeStep();
+    /// Takes the strategy's own step and returns it; the caller owns it. Part of executeStep().
+    virtual SimulationStep* simulateStep() = 0;
+    /// Chooses one alternative for each automaton, uniformly. Draws for each, also where there is only one.
+    virtual QualifiedTransitions selectTransitions(const ConnectionAsTransitions& options);
 
-    /// An event of the race: the delay until it fires, TimeInterval::INF_TIME while no sample is drawn.
-    using Sample = std::pair<Time, QualifiedEvent>;
-    const std::vector<Sample>& eventSamples() const noexcept { return mEventSamples; }
-    SamplePolicy samplePolicy() const noexcept { return mSamplePolicy; }
-    void setSamplePolicy(SamplePolicy policy) noexcept { mSamplePolicy = policy; }
-
-    // The sampling operations, for the derived strategies and for tests.
+    // The race.
+    using Sample = EventRace::Sample;
+    const std::vector<Sample>& eventSamples() const noexcept { return mRace.samples(); }
+    SamplePolicy samplePolicy() const noexcept { return mRace.policy(); }
+    void setSamplePolicy(SamplePolicy policy) noexcept { mRace.setPolicy(policy); }
     /// The first entry whose automaton is active; (INF_TIME, (null, null)) without one.
     Sample getFirstSample() const;
     /// Lets the first sample fire after its delay; the caller owns the step.
     /// \throws deadlock_exception when the invariants end before, when nothing is enabled then, or without a sample
     SimulationStep* useFirstSample();
-    /// A delay drawn uniformly by measure; the lower end, without a draw, of a set of length 0.
+    /// Draws missing samples, drops those that the policy drops, and sorts the race.
+    void generateSamples() { mRace.generate(network(), random()); }
+    /// Counts the samples of active automata down by a delay in model time.
+    void updateSamples(Time delta) { mRace.countDown(delta); }
+    /// A delay drawn uniformly by measure; for a set of length 0 its lower end, without a draw.
     Time sampleFromInterval(const TimeInterval& interval);
-    /// Draws samples for active events without one, drops those the policy drops, and sorts the race by time; ties fall
-    /// by network order of the automaton, then by the order in which the ports were made.
-    void generateSamples();
-    /// Counts the samples of active automata down.
-    void updateSamples(Time delta);
 
   protected:
-    /// Takes the strategy's own step.
-    virtual SimulationStep* simulateStep() = 0;
-    /// One alternative for each automaton, uniformly; a draw each, also where there is no choice.
-    virtual QualifiedTransitions selectTransitions(const ConnectionAsTransitions& options);
-
-    Simulator* simulator() const noexcept { return mSimulator; }
-    EDANetwork& network() const noexcept { return *mNetwork; }
-    RandomGenerator& random() const noexcept { return *mRandomGenerator; }
-    /// A uniform index into a list of `size` elements, which is not 0; a draw also when there is one element only.
+    RunContext* run() const noexcept { return mRun; }
+    EDANetwork& network() const noexcept;
+    RandomGenerator& random() const noexcept { return *mStream; }
+    /// A uniform index into a list of `size` elements. Draws also when there is only one element. \pre size > 0
     std::size_t pick(std::size_t size);
-    /// Takes one alternative of each automaton, as selectTransitions() has it, and returns them.
+    /// Takes what selectTransitions() chooses and returns it.
     QualifiedTransitions fire(const ConnectionAsTransitions& options);
     /// Fires the transition together with all that hear it. \pre it is enabled
     QualifiedTransitions fire(const QualifiedTransition& transition);
@@ -93,12 +97,12 @@ class SimulationStrategy {
     static bool isStochastic(const QualifiedTransition& transition) {
         return transition.second->trigger()->stochastic();
     }
-    /// \throws deadlock_exception naming automaton and mode when there is nothing to choose from
+    /// \throws deadlock_exception with the automaton and its mode when there is nothing to choose from
     static void requireAlternatives(const EDA& eda, const std::vector<TransitionPtr>& alternatives);
     /// For a state in which no transition is active: a deadlock when no time can pass either, else an actionlock.
     [[noreturn]] static void failWithoutActiveTransitions(const TimeInterval& allowed);
 
-    // Work lists, refilled at each use, whose storage serves from step to step.
+    // Work lists. Each use refills them; their storage stays from step to step.
     QualifiedTransitions mCandidates;
     ConnectionAsTransitions mOptions;
 
@@ -106,17 +110,18 @@ class SimulationStrategy {
 
   private:
     SimulationStep* reactivate();
-    const Sample* firstSample() const;
-    using Samples = std::vector<Sample>;
-    void sortSamples();
-    Samples::iterator moveBack(Samples::iterator hole, std::size_t& movesLeft);
-    Samples::iterator moveForward(Samples::iterator from, std::size_t& movesLeft);
 
-    Simulator* mSimulator = nullptr;
+    RunContext* mRun = nullptr;
     std::unique_ptr<RandomGenerator> mRandomGenerator;
+    RandomGenerator* mStream;  // where draws come from: mRandomGenerator, or what drawFrom() has set
     EDANetwork* mNetwork = nullptr;
-    std::vector<Sample> mEventSamples;
-    SamplePolicy mSamplePolicy = SamplePolicy::KeepWhileAsleep;
+    Console* mConsole = nullptr;
+    EventRace mRace;
 };
+
+inline EDANetwork& SimulationStrategy::network() const noexcept {
+    assert(mNetwork != nullptr);
+    return *mNetwork;
+}
 
 }  // namespace vornrun

@@ -1,13 +1,8 @@
 #include "vornrun/datastructures/vorn/realisation/Realisation.h"
 
-#include <ostream>
+#include <utility>
 
 namespace vornrun {
-
-std::ostream& operator<<(std::ostream& stream, const Realisation& realisation) {
-    realisation.print(stream);
-    return stream;
-}
 
 RealisedIdentifier::RealisedIdentifier(unsigned int id, std::string identifier)
     : RealisedIdentifier(id, nullptr, std::move(identifier)) {}

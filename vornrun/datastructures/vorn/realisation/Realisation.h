@@ -2,22 +2,11 @@
 /// \file
 /// The roots of the realised model: what prints itself, and what has a number, a name and a parent.
 
-#include <iosfwd>
 #include <string>
 
+#include "vornrun/datastructures/vorn/syntax/Realisation.h"
+
 namespace vornrun {
-
-/// Anything printable of the realised model.
-class Realisation {
-  public:
-    Realisation() = default;
-    Realisation(const Realisation&) = delete;
-    Realisation& operator=(const Realisation&) = delete;
-    virtual ~Realisation() = default;
-    virtual void print(std::ostream& stream) const = 0;
-};
-
-std::ostream& operator<<(std::ostream& stream, const Realisation& realisation);
 
 /// A numbered, named node of the instance tree.
 class RealisedIdentifier {

@@ -1,24 +1,22 @@
 #include "vornrun/datastructures/vorn/realisation/RealisedAssignment.h"
 
-#include <limits>
 #include <ostream>
 
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
+#include "vornrun/datastructures/vorn/syntax/expressions/IntegerArithmetic.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornValue.h"
 
 namespace vornrun {
 
 namespace {
 
-/// The conversion of the language between numbers. C++ leaves a double that no integer can hold undefined; the lowest
-/// integer is what the hardware gives.
+/// The conversion of the language between numbers.
 template <class To, class From>
 To convertValue(From value) {
-    if constexpr (std::is_same_v<To, long> && std::is_same_v<From, double>) {
-        constexpr double limit = 9223372036854775808.0;  // 2^63
-        if (!(value >= -limit && value < limit)) return std::numeric_limits<long>::min();
-    }
-    return static_cast<To>(value);
+    if constexpr (std::is_same_v<To, long> && std::is_same_v<From, double>)
+        return truncatedToInteger(value);
+    else
+        return static_cast<To>(value);
 }
 
 }  // namespace
@@ -68,8 +66,9 @@ TypedRealisedTrajectoryEquation<T, U>::TypedRealisedTrajectoryEquation(
 template <class T, class U>
 void TypedRealisedTrajectoryEquation<T, U>::applyTime(Time delay) const {
     const auto rate = static_cast<double>(this->expression().evaluateDirect());
-    const double value = mVariable->evaluateDirect();
-    this->valuation().template setValue<T>(mVariable->reference(), value + rate * delay);
+    GlobalValuation& values = this->valuation();
+    const ValueRef slot = mVariable->reference();
+    values.template setValue<T>(slot, values.template getValueDirect<T>(slot) + rate * delay);
 }
 
 template <class T, class U>

@@ -1,5 +1,6 @@
 #include "vornrun/datastructures/vorn/realisation/RealisedConnection.h"
 
+#include <cassert>
 #include <ostream>
 #include <sstream>
 
@@ -9,7 +10,9 @@ namespace vornrun {
 
 RealisedConnection::RealisedConnection(const RealisedEventPort* source, const RealisedEventPort* target,
                                        const VornConnection* connection, ModeList modes)
-    : mSource(source), mTarget(target), mConnection(connection), mModes(std::move(modes)) {}
+    : mSource(source), mTarget(target), mConnection(connection), mModes(std::move(modes)) {
+    assert(mSource != nullptr && mTarget != nullptr && mConnection != nullptr);
+}
 
 int RealisedConnection::connectionType() const {
     const bool fromIn = mSource->direction() == PortDirection::in;

@@ -2,15 +2,15 @@
 /// \file
 /// Event connections of a component instance. Data connections are realised as flows.
 
-#include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedPort.h"
+#include "vornrun/datastructures/vorn/syntax/RealisedMode.h"
 #include "vornrun/datastructures/vorn/syntax/VornConnection.h"
 
 namespace vornrun {
 
 class RealisedConnection final : public Realisation {
   public:
-    /// Owns nothing. \param modes the modes in which the connection exists; empty means all
+    /// Owns nothing. \pre no pointer is null \param modes the modes in which the connection exists; empty means all
     RealisedConnection(const RealisedEventPort* source, const RealisedEventPort* target,
                        const VornConnection* connection, ModeList modes);
 

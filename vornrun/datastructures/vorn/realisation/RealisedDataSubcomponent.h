@@ -2,8 +2,8 @@
 /// \file
 /// A variable of a component instance.
 
-#include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedPart.h"
+#include "vornrun/datastructures/vorn/syntax/RealisedMode.h"
 #include "vornrun/datastructures/vorn/syntax/VornDataSubcomponent.h"
 
 namespace vornrun {

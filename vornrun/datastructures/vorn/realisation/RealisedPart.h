@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// A thing of a component instance that can have a value slot.
+/// The parts of a component instance that can have a value slot.
 
 #include "vornrun/datastructures/vorn/realisation/Realisation.h"
 #include "vornrun/datastructures/vorn/syntax/VornDataTypes.h"

@@ -1,6 +1,7 @@
 #include "vornrun/datastructures/vorn/realisation/RealisedTransition.h"
 
 #include <algorithm>
+#include <cassert>
 #include <ostream>
 #include <sstream>
 
@@ -10,6 +11,10 @@
 namespace vornrun {
 
 namespace {
+
+RealisedTransition::Effects owned(const std::vector<RealisedAssignment*>& effects) {
+    return RealisedTransition::Effects(effects.begin(), effects.end());
+}
 
 bool evolvesWithTime(VornDataTypeTag type) {
     return type == VornDataTypeTag::VornClock || type == VornDataTypeTag::VornContinuous;
@@ -31,6 +36,7 @@ RealisedTransition::RealisedTransition(unsigned int id, const VornComponentReali
       mTransition(declaration),
       mTouchesContinuous(false),
       mDirectCommunication(trigger->parent() != component) {
+    assert(component != nullptr && declaration != nullptr && source != nullptr && target != nullptr);
     for (const auto& effect : mEffects) {
         if (effect == nullptr) {
             std::ostringstream text;
@@ -43,13 +49,19 @@ RealisedTransition::RealisedTransition(unsigned int id, const VornComponentReali
                                      [](const auto& effect) { return evolvesWithTime(effect->target()->type()); });
 }
 
+RealisedTransition::RealisedTransition(unsigned int id, const VornComponentRealisation* component,
+                                       const VornTransition* declaration, const RealisedMode* source,
+                                       const RealisedMode* target, const RealisedEventPort* trigger,
+                                       VornLinearExpression* guard, const std::vector<RealisedAssignment*>& effects)
+    : RealisedTransition(id, component, declaration, source, target, trigger, guard, owned(effects)) {}
+
 TimeInterval RealisedTransition::guardHoldsWhile() const {
     return mGuard == nullptr ? TimeInterval(0.0, TimeInterval::INF_TIME) : mGuard->holdsWhile();
 }
 
 void RealisedTransition::print(std::ostream& stream) const {
     stream << "(" << mSource->name() << ")-[";
-    if (mTrigger != nullptr) mTrigger->print(stream);
+    mTrigger->print(stream);
     if (mGuard != nullptr) stream << " when " << *mGuard;
     const char* separator = " then ";
     for (const auto& effect : mEffects) {

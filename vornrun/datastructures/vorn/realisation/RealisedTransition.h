@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "vornrun/datastructures/vorn/realisation/RealisedAssignment.h"
-#include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedPort.h"
+#include "vornrun/datastructures/vorn/syntax/RealisedMode.h"
 #include "vornrun/datastructures/vorn/syntax/VornTransition.h"
 
 namespace vornrun {
@@ -16,11 +16,15 @@ class RealisedTransition final : public Realisation {
   public:
     using Effects = std::vector<std::unique_ptr<RealisedAssignment>>;
 
-    /// Adopts the guard, which may be null, and the effects, in the order in which they apply.
+    /// Adopts the guard, which may be null, and the effects, in the order in which they apply. The other pointers are
+    /// not owned and not null.
     /// \throws model_exception when an effect is null
     RealisedTransition(unsigned int id, const VornComponentRealisation* component, const VornTransition* declaration,
                        const RealisedMode* source, const RealisedMode* target, const RealisedEventPort* trigger,
                        VornLinearExpression* guard, Effects effects);
+    RealisedTransition(unsigned int id, const VornComponentRealisation* component, const VornTransition* declaration,
+                       const RealisedMode* source, const RealisedMode* target, const RealisedEventPort* trigger,
+                       VornLinearExpression* guard, const std::vector<RealisedAssignment*>& effects);
 
     /// The sort key among the transitions of a component.
     unsigned int id() const noexcept { return mId; }

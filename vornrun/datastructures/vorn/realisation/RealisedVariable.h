@@ -3,14 +3,14 @@
 /// Variables of realised expressions: leaves that read a slot of the value store.
 
 #include "vornrun/datastructures/vorn/realisation/Realisation.h"
-#include "vornrun/datastructures/vorn/realisation/valuations/ValueRef.h"
+#include "vornrun/datastructures/vorn/syntax/ValueRef.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornExpressionTree.h"
 
 namespace vornrun {
 
 class RealisedVariable : public virtual VornExpressionTree {
   public:
-    /// \param part the thing that the variable stands for; not owned
+    /// \param part the part whose value the variable reads; not owned
     RealisedVariable(ValuationPtr valuation, ValueRef reference, const RealisedIdentifier* part);
     RealisedVariable* clone() const override = 0;
     RealisedVariable* clone(const std::list<VornExpressionTree*>& children) const override = 0;
@@ -18,6 +18,9 @@ class RealisedVariable : public virtual VornExpressionTree {
 
     ValueRef reference() const noexcept { return mReference; }
     const RealisedIdentifier* part() const noexcept { return mPart; }
+    /// For those who access the slot by its reference. Only a MistypedVariable can lack its slot.
+    /// \throws model_exception when the slot does not exist
+    virtual void requireSlot() const {}
 
   protected:
     GlobalValuation& valuation() const noexcept { return *mValuation; }
@@ -29,7 +32,7 @@ class RealisedVariable : public virtual VornExpressionTree {
 };
 
 template <class T>
-class TypedRealisedVariable final : public RealisedVariable, public TypedVornExpressionTree<T> {
+class TypedRealisedVariable : public RealisedVariable, public TypedVornExpressionTree<T> {
   public:
     using RealisedVariable::RealisedVariable;
     /// The value of the slot, on top of the store's stack of layers.

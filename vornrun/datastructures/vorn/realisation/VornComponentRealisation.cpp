@@ -1,9 +1,11 @@
 #include "vornrun/datastructures/vorn/realisation/VornComponentRealisation.h"
 
 #include <algorithm>
+#include <cassert>
 #include <ostream>
 #include <stdexcept>
 
+#include "vornrun/Ownership.h"
 #include "vornrun/datastructures/vorn/syntax/VornComponentImplementation.h"
 
 namespace vornrun {
@@ -48,6 +50,12 @@ void printSection(std::ostream& stream, const char* heading, const Elements& ele
 
 }  // namespace
 
+void PortTransitions::add(TransitionPtr transition, std::size_t modes) {
+    assert(transition->source()->index() < modes);
+    mOfMode.resize(modes);
+    insertSorted(mOfMode[transition->source()->index()], transition);
+}
+
 VornComponentRealisation::VornComponentRealisation(unsigned int id, const std::string& name,
                                                    const VornComponentImplementation* implementation, ModeList inModes,
                                                    const VornComponentRealisation* parent)
@@ -59,14 +67,18 @@ VornComponentRealisation::VornComponentRealisation(unsigned int id, const std::s
 VornComponentRealisation::~VornComponentRealisation() = default;
 
 void VornComponentRealisation::attachEventPort(RealisedEventPort* port) {
+    assert(port != nullptr);
     mEventPorts.emplace_back(port);
     mEventPortNames.emplace(port->identifier(), port);
 }
 
 void VornComponentRealisation::attachDataPort(RealisedDataPort* port) {
+    assert(port != nullptr);
     mDataPorts.emplace_back(port);
     mDataPortNames.emplace(port->identifier(), port);
 }
+
+void VornComponentRealisation::attachModes(const std::vector<RealisedMode*>& modes) { attachModes(adoptAll(modes)); }
 
 void VornComponentRealisation::attachModes(Owned<RealisedMode> modes) {
     mModes = std::move(modes);
@@ -88,43 +100,45 @@ const VornComponentRealisation::Bucket& VornComponentRealisation::bucket(const R
 template <class Element>
 void VornComponentRealisation::enterBuckets(const ModeList& modes, std::vector<const Element*> Bucket::*member,
                                             const Element* element) {
-    for (const RealisedMode* mode : modes) (bucket(mode).*member).push_back(element);
-    if (!modes.empty()) return;
-    for (Bucket& each : mBuckets) (each.*member).push_back(element);
+    forEachModeOf(modes, mModes, [&](const RealisedMode* mode) { (bucket(mode).*member).push_back(element); });
 }
 
 void VornComponentRealisation::attachData(RealisedDataSubcomponent* data) {
+    assert(data != nullptr);
     mData.emplace_back(data);
     mDataNames.emplace(data->identifier(), data);
     enterBuckets<RealisedDataSubcomponent>(data->modes(), &Bucket::data, data);
 }
 
 void VornComponentRealisation::attachSubcomponent(VornComponentRealisation* subcomponent) {
+    assert(subcomponent != nullptr);
     mSubcomponents.emplace_back(subcomponent);
     mSubcomponentNames.emplace(subcomponent->identifier(), subcomponent);
     enterBuckets<VornComponentRealisation>(subcomponent->inModes(), &Bucket::subcomponents, subcomponent);
 }
 
 void VornComponentRealisation::attachConnection(RealisedConnection* connection) {
+    assert(connection != nullptr);
     mConnections.emplace_back(connection);
     enterBuckets<RealisedConnection>(connection->modes(), &Bucket::connections, connection);
 }
 
 void VornComponentRealisation::attachFlow(RealisedFlow* flow) {
+    assert(flow != nullptr);
     mFlows.emplace_back(flow);
     enterBuckets<RealisedFlow>(flow->activeIn(), &Bucket::flows, flow);
 }
 
 void VornComponentRealisation::attachTransition(RealisedTransition* transition) {
+    assert(transition != nullptr);
     std::unique_ptr<RealisedTransition> adopted(transition);
     insertSorted(bucket(transition->source()).transitions, transition);
-    PortTransitions& ofPort = mPortTransitions[transition->trigger()];
-    ofPort.mOfMode.resize(mModes.size());
-    insertSorted(ofPort.mOfMode[transition->source()->index()], transition);
+    mPortTransitions[transition->trigger()].add(transition, mModes.size());
     insertSorted(mTransitions, std::move(adopted));
 }
 
 void VornComponentRealisation::attachReactivationTransition(RealisedTransition* transition) {
+    assert(transition != nullptr);
     std::unique_ptr<RealisedTransition> adopted(transition);
     insertSorted(bucket(transition->source()).reactivationTransitions, transition);
     insertSorted(mReactivationTransitions, std::move(adopted));
@@ -171,6 +185,7 @@ const VornComponentRealisation* VornComponentRealisation::findSubcomponent(const
 }
 
 const RealisedIdentifier* VornComponentRealisation::findIdentifier(const VornReference* reference) const {
+    assert(reference != nullptr);
     if (reference->isSub()) {
         const VornComponentRealisation* subcomponent = findSubcomponent(reference->subComponent());
         if (subcomponent == nullptr) return nullptr;

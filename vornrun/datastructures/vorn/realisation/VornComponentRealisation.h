@@ -1,8 +1,10 @@
 #pragma once
 /// \file
 /// One component instance with everything that belongs to it. Built once per simulator and immutable from then on.
-/// What depends on the mode stands in a bucket per mode, so that nothing is filtered by mode at run time.
+/// There is a bucket per mode for what depends on the mode, so that nothing is filtered by mode at run time.
 
+#include <concepts>
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <memory>
@@ -13,9 +15,9 @@
 #include "vornrun/datastructures/vorn/realisation/RealisedAssignment.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedConnection.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedDataSubcomponent.h"
-#include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedPort.h"
 #include "vornrun/datastructures/vorn/realisation/RealisedTransition.h"
+#include "vornrun/datastructures/vorn/syntax/RealisedMode.h"
 
 namespace vornrun {
 
@@ -27,15 +29,17 @@ class PortTransitions {
   public:
     /// Those of a source mode, in ascending order of ids.
     const std::vector<TransitionPtr>& in(const RealisedMode* mode) const noexcept { return mOfMode[mode->index()]; }
+    /// \param modes the number of modes of the component
+    void add(TransitionPtr transition, std::size_t modes);
 
   private:
-    friend class VornComponentRealisation;
     std::vector<std::vector<TransitionPtr>> mOfMode;
 };
 
 class VornComponentRealisation final : public RealisedIdentifier, public Realisation {
   public:
     using ValueSlots = std::map<const RealisedPart*, ValueRef, PartOrder>;
+    using PlainSlots = std::map<const RealisedPart*, ValueRef>;
     template <class Element>
     using Owned = std::vector<std::unique_ptr<Element>>;
 
@@ -46,12 +50,14 @@ class VornComponentRealisation final : public RealisedIdentifier, public Realisa
                              const VornComponentRealisation* parent);
     ~VornComponentRealisation() override;
 
-    // Building. Everything attached is adopted. attachModes() comes first: it makes the buckets that the others fill.
+    // Building. Everything attached is adopted, and nothing is null. attachModes() comes before the attachments by
+    // mode: it makes the buckets that these fill.
     void attachEventPort(RealisedEventPort* port);
     void attachDataPort(RealisedDataPort* port);
     /// Replaces the modes and empties all buckets.
     void attachModes(Owned<RealisedMode> modes);
-    // Each enters the buckets of its modes, or of all modes when its list of modes is empty.
+    void attachModes(const std::vector<RealisedMode*>& modes);
+    // Each enters the buckets of its modes. \throws std::out_of_range "map::at" for a mode that is not attached
     void attachData(RealisedDataSubcomponent* data);
     void attachSubcomponent(VornComponentRealisation* subcomponent);
     void attachConnection(RealisedConnection* connection);
@@ -59,8 +65,17 @@ class VornComponentRealisation final : public RealisedIdentifier, public Realisa
     // Each enters the bucket of its source mode; lists are kept in ascending order of ids.
     void attachTransition(RealisedTransition* transition);
     void attachReactivationTransition(RealisedTransition* transition);
+    // Each replaces the slots of the component.
     void attachValueReferences(ValueSlots slots) { mValueReferences = std::move(slots); }
+    template <std::same_as<PlainSlots> Slots>
+    void attachValueReferences(const Slots& slots) {
+        mValueReferences = ValueSlots(slots.begin(), slots.end());
+    }
     void attachValueTrajectories(ValueSlots slots) { mValueTrajectories = std::move(slots); }
+    template <std::same_as<PlainSlots> Slots>
+    void attachValueTrajectories(const Slots& slots) {
+        mValueTrajectories = ValueSlots(slots.begin(), slots.end());
+    }
 
     // Reading. Everything returned is borrowed.
     const VornComponentImplementation* implementation() const noexcept { return mImplementation; }
@@ -97,8 +112,8 @@ class VornComponentRealisation final : public RealisedIdentifier, public Realisa
 
     /// Null when there is none of that local name.
     const VornComponentRealisation* findSubcomponent(const std::string& name) const;
-    /// What the reference names: of one name first a data subcomponent, then a data port, then an event port; null when
-    /// absent.
+    /// What the reference names; null when absent. A data subcomponent is found before a data port of the same name,
+    /// and that before an event port. \pre the reference is not null
     const RealisedIdentifier* findIdentifier(const VornReference* reference) const;
 
     /// The transitions for which the predicate holds, order kept.
@@ -126,14 +141,14 @@ class VornComponentRealisation final : public RealisedIdentifier, public Realisa
 
     Bucket& bucket(const RealisedMode* mode);
     const Bucket& bucket(const RealisedMode* mode) const;
-    /// Appends to the list `member` of the bucket of each mode of `modes`, or of all modes when it is empty.
+    /// Appends to the list `member` of the bucket of each mode that `modes` means.
     template <class Element>
     void enterBuckets(const ModeList& modes, std::vector<const Element*> Bucket::*member, const Element* element);
 
     const VornComponentImplementation* mImplementation;
     const VornComponentRealisation* mParentComponent;
     ModeList mInModes;
-    // Modes stand before what refers to them, subcomponents before what refers to their ports.
+    // Modes are before what refers to them, subcomponents before what refers to their ports.
     Owned<RealisedMode> mModes;
     Owned<RealisedEventPort> mEventPorts;
     Owned<RealisedDataPort> mDataPorts;

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// Shared by the syntax classes' sources: taking ownership of parsed parts, and joined printing.
+/// Shared by the sources of the syntax classes: maps of named parts, and joined printing.
 
 #include <map>
 #include <memory>
@@ -9,27 +9,17 @@
 #include <vector>
 
 #include "vornrun/Log.h"
+#include "vornrun/Ownership.h"
 #include "vornrun/datastructures/vorn/syntax/Vorn.h"
 
 namespace vornrun::syntax {
-
-/// Takes ownership of all objects, in order. A null is dropped: the fault behind it is reported where it arose.
-template <class T>
-std::vector<std::unique_ptr<T>> adoptAll(const std::vector<T*>& objects) {
-    std::vector<std::unique_ptr<T>> adopted;
-    adopted.reserve(objects.size());
-    for (T* const object : objects) {
-        if (object != nullptr) adopted.emplace_back(object);
-    }
-    return adopted;
-}
 
 /// Maps of named things in which the first of a name stays.
 class FirstOfName {
   public:
     /// Adds the object under its name. If the name is taken the object is deleted and a WARN names it.
     /// \param kind  what the object is, for the warning: "port"
-    /// \param place where it stands, for the warning: "component type 'Pump'"
+    /// \param place where it is, for the warning: "component type 'Pump'"
     /// \return the object, or null when it was refused
     template <class T>
     static T* add(std::map<std::string, std::unique_ptr<T>>& things, const std::string& name, std::unique_ptr<T> object,

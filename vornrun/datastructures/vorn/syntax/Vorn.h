@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// The root of all syntax classes: what a model file says, as objects that print themselves.
+/// The root of all syntax classes: the content of a model file, as objects that print themselves.
 
 #include <iosfwd>
 

@@ -49,7 +49,7 @@ VornComponentDeclaration::VornComponentDeclaration(const std::string& name, Vorn
                                                    const std::vector<VornPort*>& features)
     : mName(name),
       mCategory(category),
-      mFeatures(syntax::FirstOfName::mapOf(syntax::adoptAll(features), "port", "component type '" + name + "'")) {}
+      mFeatures(syntax::FirstOfName::mapOf(adoptAll(features), "port", "component type '" + name + "'")) {}
 
 VornPort* VornComponentDeclaration::featureByName(const std::string& name) const {
     const auto feature = mFeatures.find(name);

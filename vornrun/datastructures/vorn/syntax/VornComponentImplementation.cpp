@@ -1,6 +1,7 @@
 #include "vornrun/datastructures/vorn/syntax/VornComponentImplementation.h"
 
 #include <algorithm>
+#include <cassert>
 #include <ostream>
 #include <stdexcept>
 
@@ -9,11 +10,6 @@
 namespace vornrun {
 
 namespace {
-
-unsigned int nextSerial() {
-    static unsigned int counter = 0;
-    return counter++;
-}
 
 std::string placeOf(const std::string& name, const VornComponentDeclaration* declaration) {
     return "component implementation '" + declaration->name() + "." + name + "'";
@@ -47,24 +43,25 @@ void printSection(std::ostream& stream, const char* title, const Parts& parts) {
 
 }  // namespace
 
+constinit thread_local unsigned int VornComponentImplementation::nextSerial = 0;
+
 VornComponentImplementation::VornComponentImplementation(
     const std::string& name, const VornComponentDeclaration* declaration,
     const std::vector<VornSubComponent*>& subcomponents, const std::vector<VornDataSubcomponent*>& dataSubcomponents,
     const std::vector<VornFlow*>& flows, const std::vector<VornConnection*>& connections,
     const std::vector<VornMode*>& modes, const std::vector<VornTransition*>& transitions,
     const std::vector<VornTransition*>& reactivationTransitions)
-    : mSerial(nextSerial()),
+    : mSerial(nextSerial++),
       mName(name),
       mDeclaration(declaration),
-      mSubcomponents(
-          syntax::FirstOfName::mapOf(syntax::adoptAll(subcomponents), "subcomponent", placeOf(name, declaration))),
-      mDataSubcomponents(syntax::FirstOfName::mapOf(syntax::adoptAll(dataSubcomponents), "data subcomponent",
-                                                    placeOf(name, declaration))),
-      mFlows(syntax::adoptAll(flows)),
-      mConnections(syntax::adoptAll(connections)),
-      mModes(syntax::FirstOfName::mapOf(syntax::adoptAll(modes), "mode", placeOf(name, declaration))),
-      mTransitions(syntax::adoptAll(transitions)),
-      mReactivationTransitions(syntax::adoptAll(reactivationTransitions)),
+      mSubcomponents(syntax::FirstOfName::mapOf(adoptAll(subcomponents), "subcomponent", placeOf(name, declaration))),
+      mDataSubcomponents(
+          syntax::FirstOfName::mapOf(adoptAll(dataSubcomponents), "data subcomponent", placeOf(name, declaration))),
+      mFlows(adoptAll(flows)),
+      mConnections(adoptAll(connections)),
+      mModes(syntax::FirstOfName::mapOf(adoptAll(modes), "mode", placeOf(name, declaration))),
+      mTransitions(adoptAll(transitions)),
+      mReactivationTransitions(adoptAll(reactivationTransitions)),
       mHasActivationMode(std::any_of(mModes.begin(), mModes.end(), [](const auto& mode) {
           return mode.second->type() == VornModeType::activation;
       })) {
@@ -94,6 +91,7 @@ std::vector<VornMode*> VornComponentImplementation::modePointers() const {
 }
 
 VornIdentifier* VornComponentImplementation::findIdentifier(const VornReference* reference) const {
+    assert(reference != nullptr);
     const VornComponentImplementation* component = this;
     VornReference remaining = *reference;
     while (remaining.isSub()) {
@@ -118,11 +116,8 @@ void VornComponentImplementation::printVorn(std::ostream& stream) const {
     printSection(stream, "\tconnections\n", mConnections);
     printSection(stream, "\tflows\n", mFlows);
     printSection(stream, "\tmodes\n", mModes);
-    if (!mTransitions.empty() || !mReactivationTransitions.empty()) {
-        stream << "\ttransitions\n";
-        printLines(stream, mTransitions);
-        printSection(stream, "--@activation\n", mReactivationTransitions);
-    }
+    printSection(stream, "\ttransitions\n", mTransitions);
+    printSection(stream, "--@activation\n", mReactivationTransitions);
     stream << "end " << qualifiedName() << ";\n";
 }
 

@@ -23,9 +23,9 @@ class VornComponentImplementation final : public Vorn {
     using DataSubcomponents = std::map<std::string, std::unique_ptr<VornDataSubcomponent>>;
     using Modes = std::map<std::string, std::unique_ptr<VornMode>>;
 
-    /// Adopts everything but the declaration. Adds the data subcomponent "mode" of mode type, which holds the current
-    /// mode, unless one of that name is declared. Of two things of one name where a map holds them the first stays; a
-    /// WARN on "root.vornxml" names the second.
+    /// Adopts everything but the declaration, which is not null. Adds the data subcomponent "mode" of mode type, which
+    /// holds the current mode, unless one of that name is declared. Of two things of one name where a map holds them
+    /// the first stays; a WARN on "root.vornxml" names the second.
     VornComponentImplementation(const std::string& name, const VornComponentDeclaration* declaration,
                                 const std::vector<VornSubComponent*>& subcomponents,
                                 const std::vector<VornDataSubcomponent*>& dataSubcomponents,
@@ -33,7 +33,9 @@ class VornComponentImplementation final : public Vorn {
                                 const std::vector<VornMode*>& modes, const std::vector<VornTransition*>& transitions,
                                 const std::vector<VornTransition*>& reactivationTransitions);
 
-    /// Position in the order in which implementations were made, unique over the process.
+    /// The serial of the next implementation that this thread makes.
+    static thread_local unsigned int nextSerial;
+    /// Position in the order in which the thread made implementations, from 0.
     unsigned int serial() const noexcept { return mSerial; }
     /// The implementation's own name, without that of the type.
     const std::string& name() const noexcept { return mName; }
@@ -58,6 +60,7 @@ class VornComponentImplementation final : public Vorn {
     std::vector<VornMode*> modePointers() const;
     /// What the reference names, borrowed: a data subcomponent before a port of the same name; null for an unknown
     /// subcomponent.
+    /// \pre the reference is not null
     /// \throws std::invalid_argument "Unknown feature name " + name
     VornIdentifier* findIdentifier(const VornReference* reference) const;
     void printVorn(std::ostream& stream) const override;

@@ -19,7 +19,7 @@ class VornDataSubcomponent : public Vorn, public VornIdentifier {
     const std::vector<std::string>& inModes() const noexcept { return mInModes; }
     bool observable() const noexcept { return mObservable; }
 
-    /// Borrowed; null when the declaration gives none.
+    /// Borrowed; null when the declaration has none.
     virtual const VornValue* defaultValue() const = 0;
     virtual bool isClock() const = 0;
     virtual VornDataTypeTag type() const = 0;

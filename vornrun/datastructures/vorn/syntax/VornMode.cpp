@@ -38,7 +38,7 @@ VORN_FOR_EACH_TYPE(VORN_DEFINE)
 
 VornMode::VornMode(unsigned int id, const std::string& name, VornLinearExpression* invariant,
                    const std::vector<VornTrajectoryEquation*>& trajectories, VornModeType type)
-    : mId(id), mName(name), mInvariant(invariant), mTrajectories(syntax::adoptAll(trajectories)), mType(type) {}
+    : mId(id), mName(name), mInvariant(invariant), mTrajectories(adoptAll(trajectories)), mType(type) {}
 
 void VornMode::printVorn(std::ostream& stream) const {
     stream << mName << ":" << mType << " mode";

@@ -1,5 +1,6 @@
 #include "vornrun/datastructures/vorn/syntax/VornPackage.h"
 
+#include <cassert>
 #include <ostream>
 #include <stdexcept>
 
@@ -59,6 +60,7 @@ void VornPackage::addPrivateImplementation(VornComponentImplementation* implemen
 
 void VornPackage::addDeclaration(Declarations& section, VornComponentDeclaration* declaration,
                                  const char* sectionName) {
+    assert(declaration != nullptr);
     std::unique_ptr<VornComponentDeclaration> owned(declaration);
     const std::string& name = declaration->name();
     syntax::FirstOfName::add(section, std::string(name), std::move(owned), "component type",
@@ -67,6 +69,7 @@ void VornPackage::addDeclaration(Declarations& section, VornComponentDeclaration
 
 void VornPackage::addImplementation(Implementations& section, VornComponentImplementation* implementation,
                                     const char* sectionName) {
+    assert(implementation != nullptr);
     std::unique_ptr<VornComponentImplementation> owned(implementation);
     VornComponentImplementation* const added =
         syntax::FirstOfName::add(section, implementation->qualifiedName(), std::move(owned), "component implementation",

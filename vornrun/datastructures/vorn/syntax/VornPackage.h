@@ -23,7 +23,8 @@ class VornPackage final : public Vorn {
 
     const std::string& name() const noexcept { return mName; }
 
-    // Each adopts its argument. Of two of one name the first stays; a WARN on "root.vornxml" names the second.
+    // Each adopts its argument, which is not null. Of two of one name the first stays; a WARN on "root.vornxml" names
+    // the second.
     void addPublicDeclaration(VornComponentDeclaration* declaration);
     void addPrivateDeclaration(VornComponentDeclaration* declaration);
     void addPublicImplementation(VornComponentImplementation* implementation);

@@ -29,8 +29,7 @@ enum class DistributionType : unsigned int { none = 0, poisson = 1 };
 /// Maps the number of the model file: 0 to none, 1 to Poisson.
 DistributionType distrTypeToVornDistributionType(unsigned int number);
 
-/// A port; its id is unique over the whole process. Made through VornPartsConstructor, which hands out the ids, and by
-/// the model constructor for the synthetic ports.
+/// A port. VornPartsConstructor makes ports and gives them their ids; the model constructor makes the synthetic ports.
 class VornPort : public VornIdentifier, public Vorn {
   public:
     VornPort(unsigned int id, const std::string& name, PortDirection direction);
@@ -83,7 +82,7 @@ class VornDataPort : public VornPort {
     PortTag tag() const noexcept { return mTag; }
     bool event() const final { return false; }
     virtual VornDataTypeTag type() const = 0;
-    /// Borrowed; null when the declaration gives no default.
+    /// Borrowed; null when the declaration has no default.
     virtual const VornValue* defaultValue() const = 0;
 
   private:

@@ -14,7 +14,7 @@ bool ImplementationOrder::operator()(const VornComponentImplementation* a, const
 }
 
 VornSpecification::VornSpecification(const std::vector<VornPackage*>& packages)
-    : mPackages(syntax::FirstOfName::mapOf(syntax::adoptAll(packages), "package", "the specification")) {
+    : mPackages(syntax::FirstOfName::mapOf(adoptAll(packages), "package", "the specification")) {
     resolveSubcomponents();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// A whole model as its file says it. Read-only once built, and shared by all worker threads.
+/// A whole model as its file has it. Read-only once built, and shared by all worker threads.
 
 #include <map>
 #include <memory>
@@ -33,8 +33,11 @@ class VornSpecification final : public Vorn {
     RootCandidates findRootCandidates() const;
     void printVorn(std::ostream& stream) const override;
 
-  private:
+    /// Sets the implementation of every subcomponent, as the constructor does.
+    /// \throws std::invalid_argument as there
     void resolveSubcomponents();
+
+  private:
     /// What the subcomponent's reference names, seen from the package that encloses it.
     VornComponentImplementation* implementationOf(const VornSubComponent& subcomponent,
                                                   const VornPackage& enclosing) const;

@@ -36,7 +36,7 @@ VornSubComponent::VornSubComponent(unsigned int id, const std::string& name, con
 std::tuple<std::string, std::string, std::string> VornSubComponent::compSpecifier() const {
     std::string package;
     std::string type = mImplementationRef;
-    // The first colon stands for the "::"; two characters are skipped whatever the second one is.
+    // The first colon counts as the "::"; two characters are skipped, and the second one may be anything.
     const std::size_t colon = mImplementationRef.find(':');
     if (colon != std::string::npos) {
         package = mImplementationRef.substr(0, colon);

@@ -12,7 +12,7 @@ namespace vornrun {
 
 class VornComponentImplementation;
 
-/// A binding of a subcomponent to a platform part. Carried along; the simulation gives it no meaning.
+/// A binding of a subcomponent to a platform part. It is kept and printed, but means nothing to the simulation.
 class VornBinding final : public Vorn {
   public:
     enum class Type : unsigned int { accesses = 0, storedIn = 1, runningOn = 2 };

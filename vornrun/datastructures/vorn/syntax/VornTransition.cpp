@@ -11,12 +11,7 @@ VornTransitionTrigger* VornTransitionTrigger::ResetTrigger() { return new VornTr
 VornTransition::VornTransition(unsigned int id, const std::string& source, const std::string& target,
                                VornTransitionTrigger* trigger, VornLinearExpression* guard,
                                const std::vector<VornAssignment*>& effects)
-    : mId(id),
-      mSource(source),
-      mTarget(target),
-      mTrigger(trigger),
-      mGuard(guard),
-      mEffects(syntax::adoptAll(effects)) {}
+    : mId(id), mSource(source), mTarget(target), mTrigger(trigger), mGuard(guard), mEffects(adoptAll(effects)) {}
 
 bool VornTransition::hasTrigger(const std::string& name) const {
     return mTrigger != nullptr && mTrigger->name() == name;

@@ -26,9 +26,6 @@ class ActingStrat final : public SimulationStrategy {
         network().takeEventTransition({transition});
         return new DiscreteSimulationStep({transition});
     }
-    using SimulationStrategy::selectTransitions;
-
-  protected:
     SimulationStep* simulateStep() override {
         ++steps;
         return act(*this);

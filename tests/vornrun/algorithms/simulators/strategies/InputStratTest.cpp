@@ -189,14 +189,15 @@ TEST_F(InputStratTest, UnknownCommandsAndBlankLinesPromptAgainWithoutAWord) {
 TEST_F(InputStratTest, QuitsOnRequest) {
     DrivenModel driven(job(x <= 3.0), InputStrat());
     driven.script({exponentialDraw(9.0)});
-    const RedirectedConsole console("q now\n");
+    ScriptedConsole console("q now\n");
+    driven.strategy().setConsole(&console);
     try {
         driven.step();
         FAIL() << "no exception";
     } catch (const abort_exception& abort) {
         EXPECT_STREQ(abort.what(), "Simulation terminated by the user");
     }
-    EXPECT_EQ(console.output(), listing(driven) + indexPrompt("[0, 3]"));
+    EXPECT_EQ(console.text(), listing(driven) + indexPrompt("[0, 3]"));
 }
 
 TEST_F(InputStratTest, TheEndOfInputEndsTheRun) {
@@ -204,7 +205,8 @@ TEST_F(InputStratTest, TheEndOfInputEndsTheRun) {
     for (const std::string input : {"", "d 0", "q", "\nd 0"}) {
         DrivenModel driven(job(x <= 3.0), InputStrat());
         driven.script({exponentialDraw(9.0)});
-        const RedirectedConsole console(input);
+        ScriptedConsole console(input);
+        driven.strategy().setConsole(&console);
         try {
             driven.step();
             FAIL() << "no exception";
@@ -218,33 +220,56 @@ TEST_F(InputStratTest, TheEndOfInputEndsTheRun) {
 TEST_F(InputStratTest, ABrokenInputEndsTheRunToo) {
     DrivenModel driven(job(x <= 3.0), InputStrat());
     driven.script({exponentialDraw(9.0)});
-    const RedirectedConsole console("d 0\n");
-    std::cin.setstate(std::ios::badbit);
+    ScriptedConsole console("d 0\n");
+    driven.strategy().setConsole(&console);
+    console.input().setstate(std::ios::badbit);
     EXPECT_THROW(driven.step(), abort_exception);
+}
+
+TEST_F(InputStratTest, WithoutAConsoleTheFirstQuestionEndsTheRun) {
+    DrivenModel driven(job(x <= 3.0), InputStrat());
+    driven.script({exponentialDraw(9.0)});
+    try {
+        driven.step();
+        FAIL() << "no exception";
+    } catch (const abort_exception& abort) {
+        EXPECT_STREQ(abort.what(), "No more input");
+    }
+    EXPECT_EQ(driven.mode(), "idle");
+    EXPECT_FALSE(std::filesystem::exists("EC_output.txt"));
+}
+
+TEST_F(InputStratTest, ACopyTalksToTheSameConsole) {
+    ScriptedConsole console;
+    InputStrat strategy;
+    strategy.setConsole(&console);
+    EXPECT_EQ(std::unique_ptr<SimulationStrategy>(strategy.clone())->console(), &console);
 }
 
 TEST_F(InputStratTest, PrintsTheStateAndTheTimeOfTheRun) {
     DrivenModel driven(lateJob(x <= 3.0), InputStrat());
     driven.script({});
     const VerdictFormula undecided({PropertyUnknown});
-    const RedirectedConsole console("t 1.5\ns\nq\n");
+    ScriptedConsole console("t 1.5\ns\nq\n");
+    driven.strategy().setConsole(&console);
     EXPECT_THROW(driven.simulator().performRun(&undecided), abort_exception);
     std::ostringstream network;
     network << driven.network();
     const std::string later =
         "Current enabled transitions are:\nFuture transitions are:\nmain : " + declaration(driven, 0) +
         "\n    active in: [0.5, INFTY]\n";
-    EXPECT_EQ(console.output(), lateListing(driven) + prompt("[0, 3]") + "Taking timed transition, delay is 1.5\n" +
-                                    later + prompt("[0, 1.5]") + "Current state:\n" + network.str() +
-                                    "\nCurrent time is:1.5\n" + prompt("[0, 1.5]"));
+    EXPECT_EQ(console.text(), lateListing(driven) + prompt("[0, 3]") + "Taking timed transition, delay is 1.5\n" +
+                                  later + prompt("[0, 1.5]") + "Current state:\n" + network.str() +
+                                  "\nCurrent time is:1.5\n" + prompt("[0, 1.5]"));
 }
 
 TEST_F(InputStratTest, FlushesAtEachEndOfAMessage) {
     DrivenModel driven(lateJob(x <= 3.0), InputStrat());
     driven.script({});
-    const RedirectedConsole console("t 5\n");
+    ScriptedConsole console("t 5\n");
+    driven.strategy().setConsole(&console);
     driven.step();
-    // Two headings, time, command, delay, cap; and standard input, which is tied to the output, before it is read.
+    // Two headings, time, command, delay, cap; and the input, which is tied to the output, before it is read.
     EXPECT_EQ(console.flushes(), 7);
 }
 
@@ -253,9 +278,10 @@ TEST_F(InputStratTest, WithoutActiveTransitionsItIsAnActionlock) {
     model.implementation("Idle.i");
     DrivenModel driven(model, InputStrat());
     driven.script({});
-    const RedirectedConsole console("t 1\n");
+    ScriptedConsole console("t 1\n");
+    driven.strategy().setConsole(&console);
     EXPECT_DEADLOCK(driven.step(), "No possible simulation step found: Actionlock");
-    EXPECT_EQ(console.output(), "");
+    EXPECT_EQ(console.text(), "");
 }
 
 TEST_F(InputStratTest, EachStepRewritesTheDumpsOfBothTopologies) {

@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "tests/support/DrivenModel.h"
-#include "tests/support/RedirectedConsole.h"
+#include "tests/support/ScriptedConsole.h"
 #include "tests/support/TempDir.h"
 
 namespace vornrun::test {
@@ -37,14 +37,16 @@ class InputStratTesting : public testing::Test {
     }
     /// One step under that input: how it went and all that was printed.
     static std::pair<std::string, std::string> stepWith(DrivenModel& driven, const std::string& input) {
-        const RedirectedConsole console(input);
+        ScriptedConsole console(input);
+        driven.strategy().setConsole(&console);
         std::string told;
         try {
             told = driven.step();
         } catch (const std::logic_error& error) {
             told = error.what();
         }
-        return {told, console.output()};
+        driven.strategy().setConsole(nullptr);
+        return {told, console.text()};
     }
     static std::string prompt(const std::string& allowed) { return "Time in:  " + allowed + "\n" + PROMPT; }
 

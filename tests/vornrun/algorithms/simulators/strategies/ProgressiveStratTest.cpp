@@ -7,7 +7,7 @@
 
 #include "tests/support/CapturedLog.h"
 #include "tests/support/DrivenModel.h"
-#include "tests/support/RedirectedConsole.h"
+#include "tests/support/ScriptedConsole.h"
 #include "tests/vornrun/algorithms/simulators/strategies/StrategyTesting.h"
 
 namespace vornrun::test {
@@ -272,12 +272,17 @@ TEST(ProgressiveStrat, ADelayBeforeTheTransitionIsEnabledIsReportedAndTaken) {
     std::ostringstream expected;
     expected << "TOO SMALL main " << *eda->component()->transitions().front() << "\n[2, INFTY]\n[2, 3]\n[0, 3]\n"
              << *eda << "\n";
-    std::string step;
-    const RedirectedConsole console;
-    step = driven.step();
-    EXPECT_EQ(console.output(), expected.str());
+    ScriptedConsole console;
+    driven.strategy().setConsole(&console);
+    EXPECT_EQ(driven.step(), "0.5");
+    EXPECT_EQ(console.text(), expected.str());
     EXPECT_EQ(console.flushes(), 1);
-    EXPECT_EQ(step, "0.5");
+}
+
+TEST(ProgressiveStrat, WithoutAConsoleAnEarlyDelayIsTakenWithoutAReport) {
+    DrivenModel driven(job(x >= 2.0, x <= 3.0), ProgressiveStrat());
+    driven.script({realDraw(1.5, 0.0, 1.0), integerDraw(0)});
+    EXPECT_EQ(driven.step(), "0.5");
 }
 
 // ---- The conservative attitude

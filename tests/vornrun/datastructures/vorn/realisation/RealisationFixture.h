@@ -10,17 +10,12 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Printed.h"
 #include "tests/support/SyntaxModel.h"
 #include "vornrun/datastructures/vorn/realisation/VornComponentRealisation.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
 
 namespace vornrun::test {
-
-inline std::string printed(const Realisation& realisation) {
-    std::ostringstream stream;
-    realisation.print(stream);
-    return stream.str();
-}
 
 /// The addresses that owning pointers hold.
 template <class Element>

@@ -97,6 +97,19 @@ TEST_F(RealisedModeTest, AModeListPrintsNothingWhenEmptyAndTheNamesOtherwise) {
     EXPECT_EQ(text({c, a}), " in modes (c, a)");
 }
 
+TEST_F(RealisedModeTest, AnEmptyModeListMeansAllModes) {
+    EXPECT_TRUE(existsIn({}, a));
+    EXPECT_TRUE(existsIn({a, b}, b));
+    EXPECT_FALSE(existsIn({a, b}, c));
+    const auto meant = [this](const ModeList& modes) {
+        ModeList result;
+        forEachModeOf(modes, root->modes(), [&result](const RealisedMode* mode) { result.push_back(mode); });
+        return result;
+    };
+    EXPECT_EQ(meant({}), (ModeList{a, b, c}));
+    EXPECT_EQ(meant({c, a}), (ModeList{c, a}));
+}
+
 TEST_F(RealisedModeTest, APlaceholderCarriesTheDummyIdAndOnlyAName) {
     const RealisedMode placeholder(RealisedMode::DUMMY_ID, "sub:m");
     EXPECT_EQ(placeholder.id(), 4294967295u);

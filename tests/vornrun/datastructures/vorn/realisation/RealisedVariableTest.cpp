@@ -9,11 +9,8 @@ namespace {
 using RealisedVariableTest = RealisationFixture;
 
 template <class T>
-std::string textOf(const TypedRealisedVariable<T>* variable) {
-    const std::unique_ptr<const TypedRealisedVariable<T>> owned(variable);
-    std::ostringstream stream;
-    owned->printExpression(stream);
-    return stream.str();
+std::string textOf(TypedRealisedVariable<T>* adopted) {
+    return printed(std::unique_ptr<TypedRealisedVariable<T>>(adopted));
 }
 
 TEST_F(RealisedVariableTest, PrintsNameValueAndTypeWord) {

@@ -6,15 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/Printed.h"
 #include "vornrun/datastructures/vorn/syntax/VornComponentImplementation.h"
 
 namespace vornrun::test {
-
-inline std::string rendering(const Vorn& vorn) {
-    std::ostringstream stream;
-    vorn.printVorn(stream);
-    return stream.str();
-}
 
 inline VornEventPort* makeEventPort(const std::string& name, unsigned int id = 10) {
     return new VornEventPort(id, name, PortDirection::in, false);

@@ -67,7 +67,7 @@ TEST(VornComponentDeclaration, KeepsTheFirstOfTwoPortsOfOneNameAndWarnsOfTheSeco
 TEST(VornComponentDeclaration, PrintsItsPortsInNameOrder) {
     const VornComponentDeclaration declaration("Pump", VornComponentCategory::device,
                                                {makeEventPort("stop", 10), makeEventPort("go", 11)});
-    EXPECT_EQ(rendering(declaration),
+    EXPECT_EQ(printed(declaration),
               "device Pump\n"
               "\tfeatures\n"
               "\t\tgo : in event port; --11\n"
@@ -76,7 +76,7 @@ TEST(VornComponentDeclaration, PrintsItsPortsInNameOrder) {
 }
 
 TEST(VornComponentDeclaration, PrintsNoFeaturesSectionWithoutPorts) {
-    EXPECT_EQ(rendering(VornComponentDeclaration("Pump", VornComponentCategory::threadGroup, {})),
+    EXPECT_EQ(printed(VornComponentDeclaration("Pump", VornComponentCategory::threadGroup, {})),
               "threadGroup Pump\nend Pump;\n");
 }
 

@@ -152,7 +152,7 @@ TEST_F(Pump, NumbersImplementationsInTheOrderOfMaking) {
 }
 
 TEST_F(Pump, PrintsTheModeVariableWhenThereIsNothingElse) {
-    EXPECT_EQ(rendering(*pump({})),
+    EXPECT_EQ(printed(*pump({})),
               "system implementation Pump.i\n"
               "\tsubcomponents\n"
               "\t\tmode: data mode;\n"
@@ -168,7 +168,7 @@ TEST_F(Pump, PrintsAllSectionsWithDataBeforeOtherSubcomponents) {
               .modes = {makeMode("n"), makeMode("m", VornModeType::initial)},
               .transitions = {new VornTransition(0, "m", "n", nullptr, nullptr, {})},
               .reactivations = {new VornTransition(1, "n", "m", nullptr, nullptr, {})}});
-    EXPECT_EQ(rendering(*implementation),
+    EXPECT_EQ(printed(*implementation),
               "system implementation Pump.i\n"
               "\tsubcomponents\n"
               "\t\tmode: data mode;\n"
@@ -185,6 +185,20 @@ TEST_F(Pump, PrintsAllSectionsWithDataBeforeOtherSubcomponents) {
               "\t\tm-[ ]->n; -- 0\n"
               "--@activation\n"
               "\t\tn-[ ]->m; -- 1\n"
+              "end Pump.i;\n");
+}
+
+TEST_F(Pump, PrintsReactivationsWithoutTheHeadingOfTransitionsWhenThereAreNone) {
+    const auto implementation = pump({.modes = {makeMode("m", VornModeType::initial)},
+                                      .reactivations = {new VornTransition(0, "m", "m", nullptr, nullptr, {})}});
+    EXPECT_EQ(printed(*implementation),
+              "system implementation Pump.i\n"
+              "\tsubcomponents\n"
+              "\t\tmode: data mode;\n"
+              "\tmodes\n"
+              "\t\tm: initial mode;\n"
+              "--@activation\n"
+              "\t\tm-[ ]->m; -- 0\n"
               "end Pump.i;\n");
 }
 

@@ -9,12 +9,12 @@ namespace {
 
 TEST(VornConnection, PrintsAnEventConnection) {
     const VornConnection connection(new VornReference("a.out"), new VornReference("in"), true, {}, false);
-    EXPECT_EQ(rendering(connection), "event port a.out -> in;");
+    EXPECT_EQ(printed(connection), "event port a.out -> in;");
 }
 
 TEST(VornConnection, PrintsADataConnectionWithItsModes) {
     const VornConnection connection(new VornReference("x"), new VornReference("b.c.y"), false, {"m", "n"}, true);
-    EXPECT_EQ(rendering(connection), "data port x -> b.c.y in modes (m, n);");
+    EXPECT_EQ(printed(connection), "data port x -> b.c.y in modes (m, n);");
 }
 
 TEST(VornConnection, TellsItsParts) {

@@ -8,10 +8,9 @@ namespace vornrun::test {
 namespace {
 
 TEST(VornDataSubcomponent, PrintsTypeAndDefault) {
-    EXPECT_EQ(
-        rendering(TypedVornDataSubcomponent<VornInterval>("n", new TypedVornValue<VornInterval>(-2), {"m"}, true)),
-        "n: data interval default -2;");
-    EXPECT_EQ(rendering(TypedVornDataSubcomponent<VornContinuous>("x", nullptr, {}, false)), "x: data continuous;");
+    EXPECT_EQ(printed(TypedVornDataSubcomponent<VornInterval>("n", new TypedVornValue<VornInterval>(-2), {"m"}, true)),
+              "n: data interval default -2;");
+    EXPECT_EQ(printed(TypedVornDataSubcomponent<VornContinuous>("x", nullptr, {}, false)), "x: data continuous;");
 }
 
 template <class T>

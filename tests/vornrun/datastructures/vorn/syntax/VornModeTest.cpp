@@ -26,7 +26,7 @@ class VornModeTypeNamed : public testing::TestWithParam<ModeTypeCase> {};
 
 TEST_P(VornModeTypeNamed, PrintsBetweenColonAndMode) {
     EXPECT_EQ(static_cast<unsigned int>(GetParam().type), GetParam().number);
-    EXPECT_EQ(rendering(VornMode(4, "m", nullptr, {}, GetParam().type)), GetParam().printed);
+    EXPECT_EQ(printed(VornMode(4, "m", nullptr, {}, GetParam().type)), GetParam().printed);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllFour, VornModeTypeNamed,
@@ -37,16 +37,16 @@ INSTANTIATE_TEST_SUITE_P(AllFour, VornModeTypeNamed,
                          CaseName());
 
 TEST(VornMode, PrintsInvariantAndTrajectoriesJoinedByAnd) {
-    EXPECT_EQ(rendering(VornMode(0, "m", makeInvariant(), {}, VornModeType::plain)), "m: mode while safe;");
-    EXPECT_EQ(rendering(VornMode(0, "m", nullptr, {makeTrajectory("x", 1)}, VornModeType::plain)),
+    EXPECT_EQ(printed(VornMode(0, "m", makeInvariant(), {}, VornModeType::plain)), "m: mode while safe;");
+    EXPECT_EQ(printed(VornMode(0, "m", nullptr, {makeTrajectory("x", 1)}, VornModeType::plain)),
               "m: mode while x' = 1;");
-    EXPECT_EQ(rendering(VornMode(0, "m", makeInvariant(), {makeTrajectory("x", 1), makeTrajectory("y", -2)},
-                                 VornModeType::initial)),
+    EXPECT_EQ(printed(VornMode(0, "m", makeInvariant(), {makeTrajectory("x", 1), makeTrajectory("y", -2)},
+                               VornModeType::initial)),
               "m: initial mode while safe and x' = 1 and y' = -2;");
 }
 
 TEST(VornTrajectoryEquation, PrintsPartsThatAreMissing) {
-    EXPECT_EQ(rendering(TypedVornTrajectoryEquation<VornReal>(nullptr, nullptr)), "(null)' = (null)");
+    EXPECT_EQ(printed(TypedVornTrajectoryEquation<VornReal>(nullptr, nullptr)), "(null)' = (null)");
 }
 
 TEST(VornTrajectoryEquation, HasTheTypeOfItsRightSide) {

@@ -111,7 +111,7 @@ TEST(VornPackage, KeepsTheFirstOfANameAndWarnsOfEachSecond) {
 }
 
 TEST(VornPackage, PrintsThePublicPartAlsoWhenEmpty) {
-    EXPECT_EQ(rendering(VornPackage("P")),
+    EXPECT_EQ(printed(VornPackage("P")),
               "-------- PACKAGE P --------\n"
               "package P\n"
               "public\n"
@@ -126,7 +126,7 @@ TEST(VornPackage, PrintsDeclarationsAndThenImplementationsOfEachPart) {
     package.addPublicDeclaration(t);
     package.addPublicImplementation(makeImplementation(t, "i"));
     package.addPrivateDeclaration(u);
-    EXPECT_EQ(rendering(package),
+    EXPECT_EQ(printed(package),
               "-------- PACKAGE P --------\n"
               "package P\n"
               "public\n"

@@ -45,25 +45,24 @@ TEST(DistributionType, ComesOfTheNumberOfTheModelFile) {
 }
 
 TEST(VornEventPort, PrintsNonblockingOnlyWhenSet) {
-    EXPECT_EQ(rendering(VornEventPort(10, "go", PortDirection::in, false)), "go : in event port; --10");
-    EXPECT_EQ(rendering(VornEventPort(11, "done", PortDirection::out, true)),
-              "done : out event port nonblocking; --11");
+    EXPECT_EQ(printed(VornEventPort(10, "go", PortDirection::in, false)), "go : in event port; --10");
+    EXPECT_EQ(printed(VornEventPort(11, "done", PortDirection::out, true)), "done : out event port nonblocking; --11");
 }
 
 TEST(VornErrorPort, PrintsItsRateOnlyWithADistribution) {
-    EXPECT_EQ(rendering(VornErrorPort(12, "fail", PortDirection::out, false, DistributionType::none, 0)),
+    EXPECT_EQ(printed(VornErrorPort(12, "fail", PortDirection::out, false, DistributionType::none, 0)),
               "fail : out error event port; --12");
-    EXPECT_EQ(rendering(VornErrorPort(13, "fail", PortDirection::out, true, DistributionType::poisson, 0.25)),
+    EXPECT_EQ(printed(VornErrorPort(13, "fail", PortDirection::out, true, DistributionType::poisson, 0.25)),
               "fail : out error event port nonblocking occurrence poisson 0.25; --13");
 }
 
 TEST(VornDataPort, PrintsTypeDefaultAndTag) {
-    EXPECT_EQ(rendering(TypedVornDataPort<VornInt>(14, "level", PortDirection::out, new TypedVornValue<VornInt>(7),
-                                                   PortTag::alarm)),
+    EXPECT_EQ(printed(TypedVornDataPort<VornInt>(14, "level", PortDirection::out, new TypedVornValue<VornInt>(7),
+                                                 PortTag::alarm)),
               "level : out data port int default 7 alarm; --14");
-    EXPECT_EQ(rendering(TypedVornDataPort<VornModeVal>(15, "m", PortDirection::in, nullptr, PortTag::none)),
+    EXPECT_EQ(printed(TypedVornDataPort<VornModeVal>(15, "m", PortDirection::in, nullptr, PortTag::none)),
               "m : in data port mode; --15");
-    EXPECT_EQ(rendering(TypedVornDataPort<VornClock>(16, "c", PortDirection::out, nullptr, PortTag::observable)),
+    EXPECT_EQ(printed(TypedVornDataPort<VornClock>(16, "c", PortDirection::out, nullptr, PortTag::observable)),
               "c : out data port clock observable; --16");
 }
 

@@ -164,7 +164,7 @@ TEST(VornSpecification, KeepsTheFirstOfTwoPackagesOfOneNameAndWarnsOfTheSecond) 
 
 TEST(VornSpecification, PrintsItsPackagesInNameOrder) {
     const VornSpecification specification({new VornPackage("Q"), new VornPackage("P")});
-    EXPECT_EQ(rendering(specification), rendering(VornPackage("P")) + rendering(VornPackage("Q")));
+    EXPECT_EQ(printed(specification), printed(VornPackage("P")) + printed(VornPackage("Q")));
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ INSTANTIATE_TEST_SUITE_P(References, CompSpecifier,
                          [](const auto& test) { return std::string(test.param.name); });
 
 TEST(VornSubComponent, PrintsItsReferenceUntilItIsResolved) {
-    EXPECT_EQ(rendering(VornSubComponent(8, "s", "P::T.i", {}, {})), "s : ? P::T.i; --8");
+    EXPECT_EQ(printed(VornSubComponent(8, "s", "P::T.i", {}, {})), "s : ? P::T.i; --8");
 }
 
 TEST(VornSubComponent, PrintsItsImplementationBindingsAndModes) {
@@ -49,14 +49,13 @@ TEST(VornSubComponent, PrintsItsImplementationBindingsAndModes) {
          VornBinding(VornBinding::Type::storedIn, "ram")},
         {"m", "n"});
     subcomponent.setImplementation(implementation.get());
-    EXPECT_EQ(rendering(subcomponent),
-              "s : system T.i accesses bus1 running on cpu stored in ram in modes (m, n); --9");
+    EXPECT_EQ(printed(subcomponent), "s : system T.i accesses bus1 running on cpu stored in ram in modes (m, n); --9");
 }
 
 TEST(VornBinding, PrintsItsTypeAndTarget) {
-    EXPECT_EQ(rendering(VornBinding(VornBinding::Type::accesses, "b")), "accesses b");
-    EXPECT_EQ(rendering(VornBinding(VornBinding::Type::storedIn, "b")), "stored in b");
-    EXPECT_EQ(rendering(VornBinding(VornBinding::Type::runningOn, "b")), "running on b");
+    EXPECT_EQ(printed(VornBinding(VornBinding::Type::accesses, "b")), "accesses b");
+    EXPECT_EQ(printed(VornBinding(VornBinding::Type::storedIn, "b")), "stored in b");
+    EXPECT_EQ(printed(VornBinding(VornBinding::Type::runningOn, "b")), "running on b");
 }
 
 }  // namespace

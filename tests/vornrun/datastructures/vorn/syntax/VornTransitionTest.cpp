@@ -30,20 +30,20 @@ TEST(VornTransition, ComparesTheTriggersNameWithoutItsSubcomponent) {
 }
 
 TEST(VornTransition, PrintsNoBlankForAMissingTrigger) {
-    EXPECT_EQ(rendering(VornTransition(3, "a", "b", nullptr, nullptr, {})), "a-[ ]->b; -- 3");
+    EXPECT_EQ(printed(VornTransition(3, "a", "b", nullptr, nullptr, {})), "a-[ ]->b; -- 3");
 }
 
 TEST(VornTransition, PrintsABlankBehindTheTrigger) {
-    EXPECT_EQ(rendering(VornTransition(4, "a", "b", new VornTransitionTrigger("sub.go"), nullptr, {})),
+    EXPECT_EQ(printed(VornTransition(4, "a", "b", new VornTransitionTrigger("sub.go"), nullptr, {})),
               "a-[ sub.go ]->b; -- 4");
 }
 
 TEST(VornTransition, PrintsGuardAndEffects) {
-    EXPECT_EQ(rendering(VornTransition(5, "a", "b", nullptr, makeGuard(), {})), "a-[  when ready]->b; -- 5");
-    EXPECT_EQ(rendering(VornTransition(6, "a", "b", nullptr, nullptr, {makeEffect("x", 1)})),
+    EXPECT_EQ(printed(VornTransition(5, "a", "b", nullptr, makeGuard(), {})), "a-[  when ready]->b; -- 5");
+    EXPECT_EQ(printed(VornTransition(6, "a", "b", nullptr, nullptr, {makeEffect("x", 1)})),
               "a-[  then x :=  1]->b; -- 6");
-    EXPECT_EQ(rendering(VornTransition(7, "a", "b", new VornTransitionTrigger("go"), makeGuard(),
-                                       {makeEffect("x", 1), makeEffect("y", 2)})),
+    EXPECT_EQ(printed(VornTransition(7, "a", "b", new VornTransitionTrigger("go"), makeGuard(),
+                                     {makeEffect("x", 1), makeEffect("y", 2)})),
               "a-[ go  when ready then x :=  1; y :=  2]->b; -- 7");
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "vornrun/Log.h"
-#include "vornrun/datastructures/vorn/realisation/valuations/ValueRef.h"
+#include "vornrun/datastructures/vorn/syntax/ValueRef.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornValue.h"
 
 namespace vornrun {
@@ -28,7 +28,8 @@ void storePayload(TypedVornValue<T>& value, const typename T::AssociatedDataType
         value.setValue(payload);
 }
 
-/// The values of the type of tag class T, by reference. References come from the permanent store and are not checked.
+/// The values of the type of tag class T, by reference. The permanent store gives out the references; access does not
+/// check them.
 template <class T>
 class DynamicValues : protected DynamicValuesLog {
   public:

@@ -4,6 +4,8 @@
 
 namespace vornrun {
 
+const Log DynamicValuesContainer::sLogger("root.val.cont");
+
 DynamicValuesContainer::DynamicValuesContainer(DynamicValues<VornBool>* bools, DynamicValues<VornReal>* reals,
                                                DynamicValues<VornInt>* integers,
                                                DynamicValues<VornContinuous>* continuous,

@@ -54,6 +54,8 @@ class DynamicValuesContainer {
     }
 
   private:
+    static const Log sLogger;  // "root.val.cont"
+
     template <class... T>
     using Stores = std::tuple<std::unique_ptr<DynamicValues<T>>...>;
     Stores<VornBool, VornReal, VornInt, VornContinuous, VornClock, VornInterval, VornEnum, VornModeVal> mStores;
@@ -64,7 +66,7 @@ class DynamicValuesContainerPermanent final : public DynamicValuesContainer {
   public:
     DynamicValuesContainerPermanent();
 
-    /// Appends a value, the type's default where none is given, and returns its reference. The part is of no interest.
+    /// Appends a value, the type's default where none is given, and returns its reference. The part is not used.
     template <class T>
     ValueRef addValue(const RealisedPart* part) {
         return permanent<T>()->addValue(part);

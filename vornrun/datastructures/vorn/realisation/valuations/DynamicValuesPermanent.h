@@ -17,15 +17,15 @@ class DynamicValuesPermanent final : public DynamicValues<T> {
   public:
     using typename DynamicValues<T>::Payload;
 
-    /// Appends a value and returns its reference. The part is of no interest at this level. References stay valid, but
-    /// appending moves the values.
+    /// Appends a value and returns its reference. The part is not used at this level. References stay valid, but the
+    /// values move.
     ValueRef addValue(const RealisedPart* part);
     ValueRef addValue(const RealisedPart* part, const TypedVornValue<T>& value);
     /// \param value stays the caller's, as with setValue()
     ValueRef addValue(const RealisedPart* part, const Payload& value);
 
     bool contains(ValueRef reference) const noexcept { return reference != 0 && reference <= mValues.size(); }
-    /// The first of all values, which stand side by side in the order of their references.
+    /// The first of all values. They are side by side in memory, in the order of their references.
     TypedVornValue<T>* data() noexcept { return mValues.data(); }
     /// Takes over the values of the other store, however many.
     void copy(const DynamicValuesPermanent& other) { mValues = other.mValues; }

@@ -1,6 +1,6 @@
 #pragma once
 /// \file
-/// A temporary layer over the values of one data type: what is written here shadows what lies below.
+/// A temporary layer over the values of one data type. A value that is written here hides the one below.
 
 #include <deque>
 #include <vector>
@@ -9,8 +9,8 @@
 
 namespace vornrun {
 
-/// Holds only what was written to it. The first write to a reference stands for the life of the layer; later ones are
-/// dropped. A cleared layer keeps its storage, so that layers that come and go allocate nothing.
+/// Holds only what was written to it. The first write to a reference counts for the life of the layer; later ones are
+/// dropped. A cleared layer keeps its storage, so that its next use allocates nothing.
 template <class T>
 class DynamicValuesTemp final : public DynamicValues<T> {
   public:
@@ -41,7 +41,7 @@ class DynamicValuesTemp final : public DynamicValues<T> {
 
     std::vector<Written> mWritten;  // ascending references
     // The values in order of writing; those beyond the number written are spares of earlier uses. A deque,
-    // since values that were handed out stay where they are.
+    // since it does not move values that readers refer to.
     std::deque<TypedVornValue<T>> mValues;
     const DynamicValues<T>* mBelow;
 };

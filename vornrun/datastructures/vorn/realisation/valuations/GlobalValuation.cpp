@@ -1,5 +1,6 @@
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
 
+#include <cassert>
 #include <ostream>
 #include <sstream>
 #include <stdexcept>
@@ -51,6 +52,7 @@ DynamicValuesContainerPermanent* GlobalValuation::copyValues() const {
 }
 
 void GlobalValuation::revertTo(const DynamicValuesContainerPermanent* values) {
+    assert(values != nullptr);
     mPermanent.copy(*values);
 #define VORN_RENEW(T) std::get<TypedVornValue<T>*>(mValues) = mPermanent.permanent<T>()->data();
     VORN_FOR_EACH_TYPE(VORN_RENEW)

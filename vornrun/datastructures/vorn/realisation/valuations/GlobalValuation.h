@@ -1,7 +1,8 @@
 #pragma once
 /// \file
-/// The one store of all run-time values of a model: a permanent value for every slot, and over them a stack of
-/// temporary layers for "what if" questions. Reads go from the top down, writes go to the top. One thread uses a store.
+/// The one store of all run-time values of a model. It has a permanent value for every slot, and over them a stack of
+/// temporary layers for "what if" questions. A read searches from the top down, a write changes the top. One thread
+/// uses a store.
 
 #include <cassert>
 #include <cstddef>
@@ -24,7 +25,8 @@ class GlobalValuation {
     GlobalValuation& operator=(const GlobalValuation&) = delete;
     virtual ~GlobalValuation() = default;
 
-    /// Writes go to a new, empty layer from now on. Allocates nothing once as many layers have stood before.
+    /// Puts a new, empty layer on the stack, which gets all writes from now on. Allocates nothing if the stack has been
+    /// as high before.
     void pushTemporaryValuation();
     /// Drops the top layer and all that was written to it. Prefer ScopedLayer, which pairs both.
     /// \throws std::logic_error when there is no layer
@@ -32,8 +34,8 @@ class GlobalValuation {
 
     /// A copy of the permanent values, whatever is stacked above them; the caller owns it.
     DynamicValuesContainerPermanent* copyValues() const;
-    /// Overwrites the permanent values with a copy, which stays the caller's. There are as many values afterwards as
-    /// the copy has. Layers keep shadowing.
+    /// Overwrites the permanent values with a copy, which stays the caller's. Afterwards there are as many values as
+    /// the copy has. Values in layers still hide the permanent ones. \pre the copy is not null
     void revertTo(const DynamicValuesContainerPermanent* values);
 
     // New slots. All forms grow the permanent values, whatever is stacked above them, and return the new reference.
@@ -54,11 +56,12 @@ class GlobalValuation {
     ValueRef addValue(const RealisedPart* part, const typename T::AssociatedDataType& value) {
         return added<T>(mPermanent.addValue<T>(part, value));
     }
-    /// Whether there is such a slot. Access does not check.
+    /// Whether there is such a slot. Typed access does not check this.
     bool contains(VornDataTypeTag tag, ValueRef reference) const;
 
     // Typed access, the step path. Without a layer a read is an indexed access; each layer adds a search among what was
-    // written to it. What is returned is valid until a slot is added, the value is written or its layer popped.
+    // written to it. What is returned is valid until a slot is added, the value is written or its layer is popped.
+    // Precondition of all of them: the slot exists.
     template <class T>
     const TypedVornValue<T>& getValue(ValueRef reference) const {
         if (mDepth == 0) [[likely]]
@@ -71,7 +74,7 @@ class GlobalValuation {
             return permanentValue<T>(reference).value();
         return mTop->getValueDirect<T>(reference);
     }
-    /// In a layer, the first write to a reference stands and later ones are dropped.
+    /// In a layer, the first write to a reference counts and later ones are dropped.
     template <class T>
     void setValue(ValueRef reference, const TypedVornValue<T>& value) {
         setValue<T>(reference, value.value());
@@ -88,6 +91,7 @@ class GlobalValuation {
     // Access by run-time type. Borrowed, with the validity of typed access; null for a tag beyond the eight.
     const VornValue* getValue(VornDataTypeTag tag, ValueRef reference) const;
     const VornValue* findValue(TypedValueRef slot) const;
+    /// \throws model_exception when the variable lacks its slot
     const VornValue* findValue(const RealisedVariable* variable) const;
     /// \throws std::out_of_range when the part has no slot in the realisation
     const VornValue* findValue(const VornComponentRealisation* realisation, const RealisedPart* part) const;
@@ -95,6 +99,7 @@ class GlobalValuation {
     /// \throws std::invalid_argument when the value is null or not of the slot's type
     void setValue(VornDataTypeTag tag, ValueRef reference, const VornValue* value);
     void setValue(TypedValueRef slot, const VornValue* value);
+    /// \throws model_exception when the variable lacks its slot
     void setValue(const RealisedVariable* variable, const VornValue* value);
     /// \throws std::out_of_range when the part has no slot in the realisation
     void setValue(const VornComponentRealisation* realisation, const RealisedPart* part, const VornValue* value);
@@ -119,8 +124,8 @@ class GlobalValuation {
 
     template <class... T>
     using Values = std::tuple<TypedVornValue<T>*...>;
-    /// Where the permanent values of each type stand, which saves the step path two pointers on the way there. Renewed
-    /// by whatever may move them: addValue() and revertTo().
+    /// The addresses of the permanent values of each type, which save the step path two pointers. Renewed by what may
+    /// move the values: addValue() and revertTo().
     Values<VornBool, VornReal, VornInt, VornContinuous, VornClock, VornEnum, VornInterval, VornModeVal> mValues;
     std::size_t mDepth = 0;  // the number of layers on the stack
     DynamicValuesContainer* mTop;

@@ -18,7 +18,7 @@ namespace vornrun {
 template <class Op>
 struct BinaryMeaning;
 
-/// For the operators that need both values: evaluates left, then right, and hands them to `compute`.
+/// For the operators that need both values: evaluates left, then right, and calls `compute` with both.
 template <class Left, class Right, class Compute>
 auto onBothValues(const Operand<Left>& left, const Operand<Right>& right, Compute compute) {
     const auto leftValue = left.evaluate();

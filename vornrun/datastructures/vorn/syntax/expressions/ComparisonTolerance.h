@@ -6,8 +6,8 @@
 
 namespace vornrun {
 
-/// Doubles closer than this count as equal, where equality is part of the comparison. The comparisons are written out
-/// with it as they stand, since their forms decide how infinities and NaN compare.
+/// Doubles closer than this count as equal, where equality is part of the comparison. The operators write
+/// their comparisons out with it, since the form decides how infinities and NaN compare.
 inline constexpr double COMPARISON_TOLERANCE = 1e-06;
 
 /// True for a double against a double or an int. An interval compares exactly, even with a double, and so do two

@@ -1,10 +1,9 @@
 #pragma once
 /// \file
-/// Which data type turns into which, and how. The double types convert freely among themselves, the integer types
-/// among themselves and upwards into the double types; nothing is ever truncated, and no bounds are checked.
+/// Which data type converts to which, and how. The double types convert among themselves. The integer types convert
+/// among themselves and to the double types. No conversion truncates, and none checks bounds.
 
 #include <string_view>
-#include <type_traits>
 
 #include "vornrun/datastructures/vorn/syntax/VornDataTypes.h"
 
@@ -21,7 +20,7 @@ template <VornTag From>
 [[noreturn]] void throwInvalidConversion(const typename From::AssociatedDataType& value, std::string_view to);
 
 /// Converts a plain value; the pairs without a conversion fail.
-template <class From, class To, class Enable = void>
+template <class From, class To, class = void>
 struct Converter {
     /// \throws std::invalid_argument always, see throwInvalidConversion()
     [[noreturn]] static typename To::AssociatedDataType convert(const typename From::AssociatedDataType& value) {
@@ -30,7 +29,8 @@ struct Converter {
 };
 
 template <class From, class To>
-struct Converter<From, To, std::enable_if_t<isConvertible<From, To>>> {
+requires isConvertible<From, To>
+struct Converter<From, To, void> {
     static typename To::AssociatedDataType convert(const typename From::AssociatedDataType& value) {
         return static_cast<typename To::AssociatedDataType>(value);
     }

@@ -8,8 +8,8 @@
 
 namespace vornrun {
 
-/// Reads one tree's value as a double, as getDoubleValue() does, but finds out the tree's type once instead of at every
-/// reading, and boxes nothing. Does not own the tree.
+/// Reads one tree's value as a double, as getDoubleValue() does. But it finds out the type of the tree once, in the
+/// constructor, and boxes nothing. Does not own the tree.
 class NumberReader {
   public:
     /// \param tree null makes a reader that must not be read

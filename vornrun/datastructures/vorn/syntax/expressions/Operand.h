@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// The owning pointer by which an operator holds an operand. A missing operand is stood in for by a node of its type
-/// whose evaluation throws, so that the step path tests no pointer.
+/// The owning pointer by which an operator holds an operand. In place of a missing operand it holds a node whose
+/// evaluation throws, so that the step path tests no pointer.
 
 #include <cstddef>
 #include <memory>
@@ -22,7 +22,7 @@ struct OperandPlace {
 /// \throws missing_operand always, naming the place and the type; an empty type is left out
 [[noreturn]] void throwMissingOperand(const OperandPlace& place, std::string_view type);
 
-/// Stands for an operand that is missing. Never handed out: Operand::get() gives null for it.
+/// Takes the place of an operand that is missing. Operand::get() never returns it but null.
 template <class T>
 class MissingOperand final : public TypedVornExpressionTree<T> {
   public:

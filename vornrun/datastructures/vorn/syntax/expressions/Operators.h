@@ -156,7 +156,7 @@ class TypedCaseOperator final : public TypedVornExpressionTree<T>, private CaseO
         std::unique_ptr<VornExpressionTree> tree;
         TypedVornExpressionTree<T>* typed;
     };
-    // The fields stand in reverse, so that the default is deleted first, then each condition and its value.
+    // The fields are in reverse order, so that the default is deleted first, then each condition and its value.
     struct Case {
         Branch value;
         Operand<VornBool> condition;

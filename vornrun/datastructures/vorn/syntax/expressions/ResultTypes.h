@@ -41,45 +41,46 @@ template <NumericTag Left, NumericTag Right>
 using HigherType = std::conditional_t<(numericRank<Left> < numericRank<Right>), Right, Left>;
 
 /// `valid` says whether the operator takes these operand types; if so, `type` is the tag class of the result.
-template <class Op, class Left, class Right, class Enable = void>
+template <class Op, class Left, class Right, class = void>
 struct BinaryResultType {
     static constexpr bool valid = false;
 };
 
 template <class Op>
-struct BinaryResultType<Op, VornBool, VornBool, std::enable_if_t<isLogicOperator<Op>>> {
+requires isLogicOperator<Op>
+struct BinaryResultType<Op, VornBool, VornBool, void> {
     static constexpr bool valid = true;
     using type = VornBool;
 };
 
-template <class Op, class Left, class Right>
-struct BinaryResultType<Op, Left, Right,
-                        std::enable_if_t<isArithmeticOperator<Op> && NumericTag<Left> && NumericTag<Right>>> {
+template <class Op, NumericTag Left, NumericTag Right>
+requires isArithmeticOperator<Op>
+struct BinaryResultType<Op, Left, Right, void> {
     static constexpr bool valid = true;
     using type = HigherType<Left, Right>;
 };
 
-template <class Left, class Right>
-struct BinaryResultType<VornMod, Left, Right, std::enable_if_t<IntegerTag<Left> && IntegerTag<Right>>> {
+template <IntegerTag Left, IntegerTag Right>
+struct BinaryResultType<VornMod, Left, Right, void> {
     static constexpr bool valid = true;
     using type = HigherType<Left, Right>;
 };
 
-template <class Op, class Left, class Right>
-struct BinaryResultType<Op, Left, Right,
-                        std::enable_if_t<isComparisonOperator<Op> && NumericTag<Left> && NumericTag<Right>>> {
+template <class Op, NumericTag Left, NumericTag Right>
+requires isComparisonOperator<Op>
+struct BinaryResultType<Op, Left, Right, void> {
     static constexpr bool valid = true;
     using type = VornBool;
 };
 
 template <class Op, class T>
-struct BinaryResultType<Op, T, T, std::enable_if_t<isEqualityOperator<Op> && !NumericTag<T>>> {
+requires(isEqualityOperator<Op> && !NumericTag<T>) struct BinaryResultType<Op, T, T, void> {
     static constexpr bool valid = true;
     using type = VornBool;
 };
 
 /// The same for the operators on one operand.
-template <class Op, class Sub, class Enable = void>
+template <class Op, class Sub, class = void>
 struct UnaryResultType {
     static constexpr bool valid = false;
 };
@@ -90,8 +91,8 @@ struct UnaryResultType<VornNot, VornBool, void> {
     using type = VornBool;
 };
 
-template <class Sub>
-struct UnaryResultType<VornInvert, Sub, std::enable_if_t<NumericTag<Sub>>> {
+template <NumericTag Sub>
+struct UnaryResultType<VornInvert, Sub, void> {
     static constexpr bool valid = true;
     using type = Sub;
 };

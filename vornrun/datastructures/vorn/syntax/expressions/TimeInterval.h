@@ -1,8 +1,8 @@
 #pragma once
 /// \file
 /// Sets of delays. A TimeInterval answers "after which delays from now?": 0 is now, the unit is the model's own.
-/// Invariant: ranges are closed and ascend. A set is empty when `ranges` has no element; `length` does not tell, since
-/// the single point [3, 3] has length 0.
+/// Invariant: ranges are closed and ascend. A set is empty when `ranges` has no element; `length` is no
+/// test of that: the single point [3, 3] has length 0.
 
 #include <iosfwd>
 #include <vector>
@@ -13,7 +13,7 @@ namespace vornrun {
 
 class TimeInterval {
   public:
-    /// The largest finite delay, standing for an unbounded one.
+    /// The largest finite delay. It means an unbounded one.
     static constexpr Time INF_TIME = 1.7976931348623157e308;
     static const TimeInterval EmptyInterval;
     static const TimeInterval InfiniteInterval;
@@ -32,7 +32,7 @@ class TimeInterval {
     TimeInterval intersect(const TimeInterval& other) const;
     /// The delays in either set; ranges that are separated by any gap stay separate.
     TimeInterval unite(const TimeInterval& other) const;
-    /// Makes this the set as it is seen `delta` later: what has passed by then is dropped, the rest moves towards 0.
+    /// Shifts the set by the time `delta` that has passed: delays before it are dropped, the others become shorter.
     void advance(Time delta);
 
     bool empty() const noexcept { return ranges.empty(); }

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// The list of ranges inside a set of delays. Nearly every set has one or two ranges, and sets are made anew for every
-/// candidate transition of every step: so two ranges stand inside the object, and only a third one allocates.
+/// The list of ranges inside a set of delays. Nearly every set has one or two ranges, and every candidate transition of
+/// every step makes new sets. So the object has room for two ranges, and only a third one allocates.
 
 #include <algorithm>
 #include <array>
@@ -26,7 +26,7 @@ struct TimeRange {
 };
 
 /// A sequence of ranges with the part of std::vector's interface that sets of delays need. Up to INLINE_CAPACITY ranges
-/// stand in the object itself; copying a sequence of that size allocates nothing.
+/// are in the object itself; copying a sequence of that size allocates nothing.
 class TimeRanges {
   public:
     using value_type = TimeRange;
@@ -79,7 +79,7 @@ class TimeRanges {
     TimeRange& back() noexcept { return (*this)[mSize - 1]; }
     const TimeRange& back() const noexcept { return (*this)[mSize - 1]; }
 
-    void push_back(TimeRange range) {  // by value: the argument may stand in this sequence
+    void push_back(TimeRange range) {  // by value: the argument may be in this sequence
         if (mSize == mCapacity) grow(2 * mCapacity);
         data()[mSize++] = range;
     }
@@ -117,7 +117,7 @@ class TimeRanges {
     }
 
     std::array<TimeRange, INLINE_CAPACITY> mInline{};
-    std::unique_ptr<TimeRange[]> mHeap;  // null as long as the ranges stand in mInline
+    std::unique_ptr<TimeRange[]> mHeap;  // null as long as the ranges are in mInline
     size_type mSize = 0;
     size_type mCapacity = INLINE_CAPACITY;
 };

@@ -1,5 +1,6 @@
 #include "vornrun/datastructures/vorn/syntax/expressions/VornExpressionTree.h"
 
+#include <cassert>
 #include <memory>
 
 #include "vornrun/datastructures/vorn/syntax/expressions/VornValue.h"
@@ -23,6 +24,7 @@ VornValue* TypedVornExpressionTree<T>::evaluationResult() const {
 }
 
 double getDoubleValue(const VornExpressionTree* tree) {
+    assert(tree != nullptr);
     std::unique_ptr<const VornValue> result(tree->evaluationResult());
     if (result->type() != VornReal::tag) result.reset(result->convertToType(VornReal::tag));
     return dynamic_cast<const TypedVornValue<VornReal>&>(*result).value();

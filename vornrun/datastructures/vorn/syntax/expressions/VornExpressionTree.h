@@ -19,14 +19,14 @@ class VornValue;
 template <class T>
 class TypedVornValue;
 
-/// Raised by the evaluation of a variable that is still only a name.
+/// Thrown by the evaluation of a variable of the syntax tree, which is only a name.
 class IdentifierEvaluation : public std::exception {
   public:
     const char* what() const noexcept override { return "Identifiers cannot be evaluated"; }
 };
 
-/// Raised by the first evaluation of an operator one of whose operands is missing, because a name in it did not
-/// resolve or a rewrite changed its type. The text says which operand of which operator.
+/// Thrown by the evaluation of an operator when an operand is missing: a name in it did not resolve, or a rewrite
+/// changed its type. The text says which operand of which operator.
 class missing_operand : public std::logic_error {
   public:
     using std::logic_error::logic_error;
@@ -37,14 +37,15 @@ class VornExpressionTree : public Vorn {
   public:
     /// A deep copy; the caller owns it.
     virtual VornExpressionTree* clone() const = 0;
-    /// A node of the same class over replacement children, which it adopts; nothing is cloned. The children stand in
-    /// the order in which visitors walk them. A child of another type than the operand it replaces is deleted, and
-    /// the operand is missing in the result. Leaves ignore the list. The caller owns the result.
+    /// A node of the same class over replacement children, which it adopts; nothing is cloned. The children are in the
+    /// order in which visitors walk them. A child of another type than the operand that it replaces is deleted, and the
+    /// operand is missing in the result. Leaves ignore the list. The caller owns the result.
     virtual VornExpressionTree* clone(const std::list<VornExpressionTree*>& children) const = 0;
     /// The value of the expression, boxed; the caller owns it.
     virtual VornValue* evaluationResult() const = 0;
-    /// Calls the visitor's operation for this kind of node and returns what it gives: a rewriting visitor's new tree,
+    /// Calls the visitor's operation for this kind of node and returns its result: the new tree of a rewriting visitor,
     /// owned by the caller, or null.
+    /// \pre the visitor is not null
     virtual VornExpressionTree* accept(ExpressionTreeVisitor* visitor) const = 0;
     virtual VornDataTypeTag type() const = 0;
     virtual void printExpression(std::ostream& stream) const = 0;
@@ -69,6 +70,7 @@ class TypedVornExpressionTree : public virtual VornExpressionTree {
 };
 
 /// The tree's value as a double: read directly from a real, converted from the other numeric types.
+/// \pre the tree is not null
 /// \throws std::invalid_argument when the value's type does not convert to real
 double getDoubleValue(const VornExpressionTree* tree);
 

@@ -8,6 +8,8 @@
 #include <string>
 #include <utility>
 
+#include "vornrun/Ownership.h"
+
 namespace vornrun {
 
 using parser::OperatorType;
@@ -125,13 +127,6 @@ struct Printed {
     }
 };
 
-std::vector<std::unique_ptr<Clause>> adopt(const std::vector<Clause*>& clauses) {
-    std::vector<std::unique_ptr<Clause>> owned;
-    owned.reserve(clauses.size());
-    for (Clause* clause : clauses) owned.emplace_back(clause);
-    return owned;
-}
-
 bool hasNoComparison(const std::unique_ptr<Clause>& clause) { return clause->expressions().empty(); }
 
 }  // namespace
@@ -241,10 +236,9 @@ const Log VornLinearExpression::sLogger("root.expr.linear");
 VornLinearExpression::VornLinearExpression(TypedVornExpressionTree<VornBool>* plain,
                                            const std::vector<Clause*>& clauses)
     : mPlain(plain),
-      mClauses(adopt(clauses)),
+      mClauses(adoptAll(clauses)),
       mSimple(std::all_of(mClauses.begin(), mClauses.end(), hasNoComparison)),
-      mLastResult(TimeInterval::EmptyInterval),
-      mHasLastResult(false) {}
+      mLastResult(TimeInterval::EmptyInterval) {}
 
 TimeInterval VornLinearExpression::holdsWhile() const {
     if (mSimple) {

@@ -1,7 +1,7 @@
 #pragma once
 /// \file
-/// Guards and invariants in the form that tells for which delays they hold: a disjunction of clauses, each a condition
-/// that does not depend on time and a conjunction of linear comparisons.
+/// Guards and invariants in a form from which the delays are computed at which they hold. It is a disjunction of
+/// clauses. A clause is a condition that does not depend on time, and a conjunction of linear comparisons.
 
 #include <iosfwd>
 #include <memory>
@@ -26,9 +26,9 @@ class LinExp {
         std::unique_ptr<VornExpressionTree> coefficient;
     };
 
-    /// Adopts the constant; null is passed on and raises missing_operand when it is evaluated.
+    /// Adopts the constant. If it is null, the evaluation throws missing_operand.
     LinExp(VornExpressionTree* constant, parser::OperatorType op);
-    /// Adopts the three trees; null as above.
+    /// Adopts the three trees. If one is null, the evaluation throws missing_operand.
     void addTerm(VornExpressionTree* variable, VornExpressionTree* rate, VornExpressionTree* coefficient);
     /// The terms joined by " + ", the operator, the constant; rates are not printed.
     void print(std::ostream& stream) const;
@@ -38,9 +38,9 @@ class LinExp {
     parser::OperatorType op() const noexcept { return mOperator; }
 
     /// Narrows `running` to the delays at which the comparison holds, every variable keeping its present rate.
-    /// With rest = constant - sum(c_i x_i) and rate = sum(c_i r_i) the bound lies at rest / rate; a rate within 1e-6 of
-    /// zero makes the comparison independent of time.
-    /// \return false when the comparison never holds, `running` then being empty and further comparisons of no interest
+    /// With rest = constant - sum(c_i x_i) and rate = sum(c_i r_i) the bound is rest / rate. A rate within 1e-6 of zero
+    /// makes the comparison independent of time.
+    /// \return false when the comparison never holds; `running` is then empty, and further comparisons change nothing
     /// \throws missing_operand naming the tree that is null
     bool restrict(TimeInterval& running) const;
 
@@ -65,7 +65,8 @@ class Clause {
   public:
     /// Adopts the condition; null means true.
     explicit Clause(TypedVornExpressionTree<VornBool>* condition);
-    /// Adopts the comparison, which is not null.
+    /// Adopts the comparison.
+    /// \pre the comparison is not null
     void addExpr(LinExp* expression);
     /// The comparisons joined by " and ", then " and " and the condition if any: a clause without comparisons starts
     /// with " and ".
@@ -93,11 +94,11 @@ class Clause {
     mutable bool mHasLastResult;
 };
 
-/// A guard or invariant, held twice: as a plain tree for the present moment and as clauses for the delays to come.
+/// A guard or invariant, in two forms: a plain tree for the present moment, and clauses for the delays from now.
 class VornLinearExpression : public Vorn {
   public:
-    /// Adopts the plain form and the clauses, none of which is null. A null plain form raises missing_operand when it
-    /// is evaluated.
+    /// Adopts the plain form and the clauses. If the plain form is null, its evaluation throws missing_operand.
+    /// \pre no clause is null
     VornLinearExpression(TypedVornExpressionTree<VornBool>* plain, const std::vector<Clause*>& clauses);
 
     /// True when no clause has a comparison: the answer then does not depend on the delay.
@@ -111,14 +112,13 @@ class VornLinearExpression : public Vorn {
     /// The delays at which the expression holds, from present values and rates. A simple expression costs one
     /// evaluation of the plain form; otherwise nothing is allocated as long as no set has more than two ranges.
     TimeInterval holdsWhile() const;
-    /// Shifts what is stored by the time that has passed. Runs for every expression at every time step.
+    /// Shifts the last results of the clauses by the time that has passed. holdsWhile() never reads them, so a run
+    /// needs no call of this.
     void offsetCache(Time delta) const {
-        if (mHasLastResult) mLastResult.advance(delta);
         for (const auto& clause : mClauses) clause->offsetCache(delta);
     }
-    /// Forgets what is stored; lastResult() keeps its value.
+    /// Drops the last results of the clauses; lastResult() keeps its value.
     void invalidateCache() const {
-        mHasLastResult = false;
         for (const auto& clause : mClauses) clause->invalidateCache();
     }
 
@@ -139,7 +139,6 @@ class VornLinearExpression : public Vorn {
     std::vector<std::unique_ptr<Clause>> mClauses;
     bool mSimple;
     mutable TimeInterval mLastResult;  // written by holdsWhile()
-    mutable bool mHasLastResult;       // nothing sets it: offsetCache() and invalidateCache() act on the clauses only
 };
 
 }  // namespace vornrun

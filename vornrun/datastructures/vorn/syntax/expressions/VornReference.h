@@ -15,9 +15,9 @@ class VornReference {
     VornReference& operator=(const VornReference&) = default;
     virtual ~VornReference() = default;
 
-    /// What stands before the first dot; empty without a dot.
+    /// The part before the first dot; empty without a dot.
     const std::string& subComponent() const noexcept { return mSubComponent; }
-    /// What stands behind the first dot, further dots included; the whole text without a dot.
+    /// The part after the first dot, further dots included; the whole text without a dot.
     const std::string& name() const noexcept { return mName; }
     bool isSub() const noexcept { return mIsSub; }
 

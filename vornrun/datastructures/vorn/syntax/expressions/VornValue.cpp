@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "vornrun/datastructures/vorn/realisation/RealisedMode.h"
+#include "vornrun/datastructures/vorn/syntax/RealisedMode.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/Converter.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/ExpressionTreeVisitor.h"
 
@@ -29,7 +29,7 @@ VornExpressionTree* TypedVornValue<T>::accept(ExpressionTreeVisitor* visitor) co
 
 template <class T>
 void TypedVornValue<T>::printExpression(std::ostream& stream) const {
-    // A bool is a number even on a stream that was told to write words.
+    // A bool is a number even on a stream that writes bools as words.
     if constexpr (std::same_as<T, VornBool>) {
         stream << (mValue ? '1' : '0');
     } else {

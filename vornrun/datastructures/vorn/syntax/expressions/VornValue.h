@@ -43,8 +43,8 @@ class TypedVornValue final : public TypedVornExpressionTree<T>, public VornValue
 };
 
 /// A mode as a value. Before a model is realised, a mode literal is built around a placeholder RealisedMode with the
-/// identifier RealisedMode::DUMMY_ID, which carries only a name; the value owns a placeholder, and never a real mode.
-/// Copying duplicates a placeholder and shares a real mode.
+/// identifier RealisedMode::DUMMY_ID, which has only a name. The value owns a placeholder, and never a real mode. A
+/// copy of the value has a placeholder of its own, but shares a real mode.
 template <>
 class TypedVornValue<VornModeVal> final : public TypedVornExpressionTree<VornModeVal>, public VornValue {
   public:
@@ -67,8 +67,8 @@ class TypedVornValue<VornModeVal> final : public TypedVornExpressionTree<VornMod
     TypedVornValue* clone(const std::list<VornExpressionTree*>&) const override { return clone(); }
     VornExpressionTree* accept(ExpressionTreeVisitor* visitor) const override;
     void printExpression(std::ostream& stream) const override;
-    /// To mode: the result adopts the same pointer, a placeholder included, so that both claim it; the caller must not
-    /// let both be destroyed.
+    /// To mode: the result adopts the same pointer. A placeholder then has two owners, of which the caller must not
+    /// destroy both.
     VornValue* convertToType(VornDataTypeTag tag) const override;
 
   private:

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <log4cplus/logger.h>
 
 #include <stdexcept>
 
@@ -316,6 +317,11 @@ TEST(ScopedLayer, PopsItsLayerWhenAnExceptionPasses) {
         EXPECT_EQ(valuation.getValueDirect<VornInt>(1), 1);
         EXPECT_THROW(valuation.popTemporaryValuation(), std::logic_error);
     }
+}
+
+TEST(GlobalValuation, HasALoggerForEachOfItsLevels) {
+    for (const char* name : {"root.val", "root.val.cont", "root.val.dvp"})
+        EXPECT_TRUE(log4cplus::Logger::exists(name)) << name;
 }
 
 }  // namespace

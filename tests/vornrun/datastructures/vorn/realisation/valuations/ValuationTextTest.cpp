@@ -2,19 +2,15 @@
 
 #include <sstream>
 
+#include "tests/support/Printed.h"
 #include "tests/vornrun/datastructures/vorn/realisation/valuations/SampleValues.h"
 #include "vornrun/datastructures/vorn/realisation/valuations/GlobalValuation.h"
 
 namespace vornrun {
 namespace {
 
+using test::printed;
 using test::sample;
-
-std::string text(const auto& printed) {
-    std::ostringstream stream;
-    printed.print(stream);
-    return stream.str();
-}
 
 template <class T>
 class TextOfPermanentValues : public testing::Test {};
@@ -53,7 +49,7 @@ TEST(TextOfPermanentValues, HasALineForEachValueInAFieldOfTen) {
 }
 
 TEST(TextOfAValuation, NamesEveryTypeWhenEmpty) {
-    EXPECT_EQ(text(GlobalValuation()),
+    EXPECT_EQ(printed(GlobalValuation()),
               "Permanent valuation:\n"
               "VornBools:\n  empty\n"
               "VornClocks:\n  empty\n"
@@ -94,12 +90,12 @@ TEST(TextOfAValuation, OfSomeDepthShowsOnlyWhereTheTopStands) {
     GlobalValuation valuation;
     const ScopedLayer lower(valuation);
     const ScopedLayer upper(valuation);
-    const std::string printed = text(valuation);
+    const std::string text = printed(valuation);
     const std::string head = "Global valuation of depth: 3\nGlobal valuation stacked values: \n0x";
-    ASSERT_EQ(printed.substr(0, head.size()), head);
-    EXPECT_EQ(printed.find('\n', head.size()), std::string::npos);
-    EXPECT_EQ(printed.find_first_not_of("0123456789abcdef", head.size()), std::string::npos);
-    EXPECT_GT(printed.size(), head.size());
+    ASSERT_EQ(text.substr(0, head.size()), head);
+    EXPECT_EQ(text.find('\n', head.size()), std::string::npos);
+    EXPECT_EQ(text.find_first_not_of("0123456789abcdef", head.size()), std::string::npos);
+    EXPECT_GT(text.size(), head.size());
 }
 
 TEST(TextOfALayer, HasItsOwnStoresAndThenTheLevelBelow) {
@@ -108,12 +104,12 @@ TEST(TextOfALayer, HasItsOwnStoresAndThenTheLevelBelow) {
     DynamicValuesContainerTemp layer(&permanent);
     layer.setValue<VornInt>(1, 8L);
     const std::string stores = "TODO: Implement string representation of DynamicValuesTemp\n";
-    EXPECT_EQ(text(layer),
+    EXPECT_EQ(printed(layer),
               "Stacked values: \n"
               "VornBools:\n" +
                   stores + "VornClocks:\n" + stores + "VornContinuouses:\n" + stores + "VornEnums:\n" + stores +
                   "VornInts:\n" + stores + "VornIntervals:\n" + stores + "VornReals:\n" + stores + "VornModes:\n" +
-                  stores + "\n" + text(permanent));
+                  stores + "\n" + printed(permanent));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "tests/support/CapturedLog.h"
+#include "tests/support/Printed.h"
 #include "tests/vornrun/datastructures/vorn/syntax/expressions/LinearFixtures.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornVariable.h"
 
@@ -14,15 +15,10 @@ using parser::OperatorType;
 using test::clause;
 using test::comparison;
 using test::number;
+using test::printed;
 using test::truth;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::string text(const Clause& printed) {
-    std::ostringstream stream;
-    printed.print(stream);
-    return stream.str();
-}
 
 TEST(Clause, IsTheIntersectionOfItsComparisons) {
     const std::unique_ptr<Clause> during(test::during(1, 4));
@@ -132,16 +128,16 @@ LinExp* named(const std::string& variable, OperatorType op, double bound) {
 TEST(Clause, PrintsComparisonsAndCondition) {
     const std::unique_ptr<Clause> both(clause(new TypedVornVariable<VornBool>("on"),
                                               {named("x", OperatorType::Lt, 5), named("y", OperatorType::GEq, 2)}));
-    EXPECT_EQ(text(*both), "x * 1 < 5 and y * 1 >= 2 and on");
+    EXPECT_EQ(printed(*both), "x * 1 < 5 and y * 1 >= 2 and on");
     const std::unique_ptr<Clause> unconditional(clause(nullptr, {named("x", OperatorType::Lt, 5)}));
-    EXPECT_EQ(text(*unconditional), "x * 1 < 5");
+    EXPECT_EQ(printed(*unconditional), "x * 1 < 5");
 }
 
 TEST(Clause, WithOnlyAConditionStartsWithAnd) {
     const std::unique_ptr<Clause> conditional(clause(new TypedVornVariable<VornBool>("on"), {}));
-    EXPECT_EQ(text(*conditional), " and on");
+    EXPECT_EQ(printed(*conditional), " and on");
     const std::unique_ptr<Clause> nothing(clause(nullptr, {}));
-    EXPECT_EQ(text(*nothing), "");
+    EXPECT_EQ(printed(*nothing), "");
 }
 
 TEST(Clause, TracesItselfAndItsComparisons) {

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/Printed.h"
 #include "vornrun/algorithms/vornconstructor/VornExpressionConstructor.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/ExpressionTreeVisitor.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/Operators.h"
@@ -35,12 +36,6 @@ typename T::AssociatedDataType valueOf(const VornExpressionTree& tree) {
 template <class T>
 typename T::AssociatedDataType valueOf(const Tree& tree) {
     return valueOf<T>(*tree);
-}
-
-inline std::string printed(const VornExpressionTree& tree) {
-    std::ostringstream stream;
-    tree.printExpression(stream);
-    return stream.str();
 }
 
 /// Calls `f.template operator()<Op>()` for the binary operator of a text.

@@ -8,6 +8,7 @@
 
 #include "tests/support/AllocationCounter.h"
 #include "tests/support/CaseName.h"
+#include "tests/support/Printed.h"
 #include "tests/vornrun/datastructures/vorn/syntax/expressions/LinearFixtures.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornVariable.h"
 
@@ -17,15 +18,10 @@ namespace {
 using parser::OperatorType;
 using test::comparison;
 using test::number;
+using test::printed;
 
 constexpr Time INF = TimeInterval::INF_TIME;
 constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
-
-std::string text(const LinExp& expression) {
-    std::ostringstream stream;
-    expression.print(stream);
-    return stream.str();
-}
 
 /// The delays of one comparison on its own.
 TimeInterval delaysOf(const LinExp& expression) {
@@ -260,14 +256,14 @@ TEST(LinExp, PrintsTermsOperatorAndConstantButNoRates) {
     LinExp expression(number(5.5), OperatorType::LEq);
     expression.addTerm(new TypedVornVariable<VornClock>("x"), number(77.0), number(2.0));
     expression.addTerm(new TypedVornVariable<VornContinuous>("sub.y"), number(88.0), number(-1.0));
-    EXPECT_EQ(text(expression), "x * 2 + sub.y * -1 <= 5.5");
+    EXPECT_EQ(printed(expression), "x * 2 + sub.y * -1 <= 5.5");
 }
 
 TEST(LinExp, PrintsEveryOperator) {
     const std::pair<int, const char*> operators[] = {{0, " < 1"}, {1, " <= 1"}, {2, " > 1"},  {3, " >= 1"},
                                                      {4, " = 1"}, {5, " != 1"}, {6, " ?= 1"}, {-1, " ?= 1"}};
     for (const auto& [op, expected] : operators)
-        EXPECT_EQ(text(LinExp(number(1.0), static_cast<OperatorType>(op))), expected);
+        EXPECT_EQ(printed(LinExp(number(1.0), static_cast<OperatorType>(op))), expected);
 }
 
 TEST(LinExp, OneRangeAllocatesNothing) {
@@ -323,7 +319,7 @@ TEST(LinExp, AgreesWithStepwiseEvaluationAwayFromItsBound) {
             // Without a slope, the tolerance lets a strict comparison hold at equality too.
             const bool tolerated =
                 slope == 0.0 && left == constant && (op == OperatorType::Lt || op == OperatorType::Gt);
-            ASSERT_EQ(inside, tolerated || compares(op, left, constant)) << text(expression) << " after " << delay;
+            ASSERT_EQ(inside, tolerated || compares(op, left, constant)) << printed(expression) << " after " << delay;
         }
     }
 }

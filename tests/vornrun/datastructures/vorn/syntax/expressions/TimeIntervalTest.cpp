@@ -9,22 +9,18 @@
 
 #include "tests/support/AllocationCounter.h"
 #include "tests/support/CaseName.h"
+#include "tests/support/Printed.h"
 
 namespace vornrun {
 namespace {
 
+using test::printed;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr Time INF = TimeInterval::INF_TIME;
 
 TimeInterval interval(const std::vector<TimeRange>& ranges) { return TimeInterval(ranges); }
-
-std::string text(const auto& printable) {
-    std::ostringstream stream;
-    stream << printable;
-    return stream.str();
-}
 
 void expectScalars(const TimeInterval& actual, Time lower, Time upper, Time length) {
     EXPECT_EQ(actual.lower, lower);
@@ -194,17 +190,17 @@ INSTANTIATE_TEST_SUITE_P(TimeInterval, PassingTime,
                          test::CaseName());
 
 TEST(TimeIntervalText, OfARangeShowsItsBounds) {
-    EXPECT_EQ(text(TimeRange{0.5, 2}), "[0.5, 2]");
-    EXPECT_EQ(text(TimeRange{2, 2}), "[2, 2]");
-    EXPECT_EQ(text(TimeRange{2, 1}), "[]");
-    EXPECT_EQ(text(TimeRange{2, INF}), "[2, INFTY]");
-    EXPECT_EQ(text(TimeRange{INF, INF}), "[1.79769e+308, INFTY]");
+    EXPECT_EQ(printed(TimeRange{0.5, 2}), "[0.5, 2]");
+    EXPECT_EQ(printed(TimeRange{2, 2}), "[2, 2]");
+    EXPECT_EQ(printed(TimeRange{2, 1}), "[]");
+    EXPECT_EQ(printed(TimeRange{2, INF}), "[2, INFTY]");
+    EXPECT_EQ(printed(TimeRange{INF, INF}), "[1.79769e+308, INFTY]");
 }
 
 TEST(TimeIntervalText, OfASetJoinsItsRangesWithoutASeparator) {
-    EXPECT_EQ(text(TimeInterval::EmptyInterval), "[-]");
-    EXPECT_EQ(text(TimeInterval::InfiniteInterval), "[0, INFTY]");
-    EXPECT_EQ(text(interval({{0, -1}, {0, 1}, {2, INF}})), "[][0, 1][2, INFTY]");
+    EXPECT_EQ(printed(TimeInterval::EmptyInterval), "[-]");
+    EXPECT_EQ(printed(TimeInterval::InfiniteInterval), "[0, INFTY]");
+    EXPECT_EQ(printed(interval({{0, -1}, {0, 1}, {2, INF}})), "[][0, 1][2, INFTY]");
 }
 
 // Random sets on a grid of 0.5, compared with membership tested point by point: on the grid, and between its points.
@@ -253,7 +249,7 @@ TEST(TimeIntervalLaws, IntersectionAndUnionAgreeWithMembershipPointByPoint) {
         RandomSets sets(seed);
         const auto left = sets.draw();
         const auto right = sets.draw();
-        SCOPED_TRACE(text(interval(left)) + " and " + text(interval(right)));
+        SCOPED_TRACE(printed(interval(left)) + " and " + printed(interval(right)));
         const TimeInterval both = interval(left).intersect(interval(right));
         const TimeInterval either = interval(left).unite(interval(right));
         expectWellFormed(both);

@@ -7,6 +7,7 @@
 
 #include "tests/support/AllocationCounter.h"
 #include "tests/support/CapturedLog.h"
+#include "tests/support/Printed.h"
 #include "tests/vornrun/datastructures/vorn/syntax/expressions/LinearFixtures.h"
 #include "vornrun/datastructures/vorn/syntax/expressions/VornVariable.h"
 
@@ -18,15 +19,10 @@ using test::clause;
 using test::comparison;
 using test::during;
 using test::number;
+using test::printed;
 using test::truth;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::string text(const Vorn& printed) {
-    std::ostringstream stream;
-    printed.printVorn(stream);
-    return stream.str();
-}
 
 TEST(VornLinearExpression, WithoutClausesIsSimple) { EXPECT_TRUE(VornLinearExpression(truth(true), {}).isSimple()); }
 
@@ -129,7 +125,7 @@ TEST(VornLinearExpression, WithoutAPlainFormSaysSoAtItsFirstEvaluation) {
     EXPECT_TRUE(expression.isSimple());
     expression.offsetCache(1);
     expression.invalidateCache();
-    EXPECT_EQ(text(expression), "(null)");
+    EXPECT_EQ(printed(expression), "(null)");
     try {
         expression.holds();
         FAIL() << "evaluated without a plain form";
@@ -153,7 +149,7 @@ TEST(VornLinearExpression, WithAMissingTreeInAComparisonCopesUntilItIsEvaluated)
 
 TEST(VornLinearExpression, PrintsItsPlainForm) {
     const VornLinearExpression expression(new TypedVornVariable<VornBool>("sub.on"), {during(0, 1)});
-    EXPECT_EQ(text(expression), "sub.on");
+    EXPECT_EQ(printed(expression), "sub.on");
 }
 
 TEST(VornLinearExpression, WhenSimpleTracesTheAnswer) {
