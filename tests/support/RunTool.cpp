@@ -127,6 +127,7 @@ struct LifeLine {
 
 std::vector<char*> argumentPointers(std::vector<std::string>& words) {
     std::vector<char*> result;
+    result.reserve(words.size() + 1);
     for (std::string& word : words) result.push_back(word.data());
     result.push_back(nullptr);
     return result;
