@@ -69,7 +69,7 @@ void VornModelConstructor::realise_modes2(VornComponentRealisation* realisation,
         std::vector<std::unique_ptr<RealisedTrajectoryEquation>> equations;
         for (const auto& equation : declaration->trajectories()) {
             std::unique_ptr<RealisedTrajectoryEquation> realised(substitute(equation.get()));
-            // An equation whose types do not fit is none: the variable is then treated as one without an equation.
+            // An equation whose types do not fit is left out, so that the variable counts as one without an equation.
             if (realised != nullptr) equations.push_back(std::move(realised));
         }
         addKeptValues(mode, *realisation, mValuation, equations);

@@ -24,7 +24,7 @@ Tree accepted(const VornExpressionTree* tree, VariableSubstitutionExpressionVisi
     return Tree(tree == nullptr ? nullptr : tree->accept(&visitor));
 }
 
-/// Stands for a tree of a type that became null as a whole: evaluating it raises missing_operand.
+/// Takes the place of a tree of the type that became null as a whole. Its evaluation throws missing_operand.
 Tree missing(VornDataTypeTag type, const OperandPlace& place) {
     return withTagClass(type, [&]<class T>() -> Tree { return std::make_unique<MissingOperand<T>>(place); });
 }
@@ -96,8 +96,7 @@ VornLinearExpression* VariablesToValueReferences::operator()(const VornLinearExp
 
 std::unique_ptr<Clause> VariablesToValueReferences::rewrite(const Clause& clause,
                                                             VariableSubstitutionExpressionVisitor& visitor) const {
-    // A condition that does not resolve is null, as one that is not there: the clause then depends on its comparisons
-    // alone.
+    // A condition that does not resolve is null, like an absent one. The clause then depends on its comparisons only.
     auto result = std::make_unique<Clause>(castOwned<BoolTree>(accepted(clause.condition(), visitor)).release());
     for (const auto& comparison : clause.expressions()) result->addExpr(rewrite(*comparison, visitor).release());
     return result;

@@ -13,7 +13,7 @@ namespace vornrun {
 
 namespace {
 
-/// A new slot for the part's value, which starts at its default; at that of its type when `defaultValue` is null.
+/// A new slot for the value of the part. The value is `defaultValue`, or the default of the type if that is null.
 ValueRef valueSlot(GlobalValuation& valuation, const RealisedPart* part, const VornValue* defaultValue) {
     return defaultValue != nullptr ? valuation.addValue(part, defaultValue) : valuation.addValue(part);
 }

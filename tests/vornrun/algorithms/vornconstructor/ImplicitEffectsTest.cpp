@@ -1,4 +1,4 @@
-// The effects that VornModelConstructor adds to transitions: flows that end, and data that comes into existence.
+// The effects that VornModelConstructor adds to transitions: for flows that end, and for data that starts to exist.
 
 #include <gtest/gtest.h>
 

@@ -49,7 +49,7 @@ class MakeRealised : public testing::Test {
     static std::string pairName(unsigned int target, unsigned int expression) {
         return toString(tagOf(target)) + " from " + toString(tagOf(expression));
     }
-    /// Calls `make` for all 64 pairs of types and compares what comes with the table.
+    /// Calls `make` for all 64 pairs of types and compares the results with the table.
     template <class Make>
     void expectPairs(const std::array<const char*, TYPES>& table, const Make& make) {
         for (unsigned int t = 0; t < TYPES; ++t)

@@ -1,4 +1,4 @@
-// Which mode a mode literal "path:mode" stands for.
+// Which mode a mode literal "path:mode" means.
 
 #include <gtest/gtest.h>
 

@@ -88,7 +88,7 @@ TEST_F(VariablesToValueReferencesTest, ReferencesComeInTheOrderOfTheTextWithTheM
                                                           part(s1(), "flag"), nullptr, part(s2(), "n")};
     for (std::size_t i = 0; i < parts.size(); ++i)
         EXPECT_EQ(references[i] == nullptr ? nullptr : references[i]->part(), parts[i]) << "position " << i;
-    // Neither condition holds, so the default -n comes out, and the missing value is not touched.
+    // Neither condition holds, so the result is the default -n, and the missing value is not evaluated.
     const Value value(result->evaluationResult());
     EXPECT_EQ(printed(*value), "-7");
     EXPECT_EQ(log.texts(VALREF), std::vector<std::string>{"Unable to find id linked to variable zz"});

@@ -28,7 +28,7 @@ class RealisedPort : public RealisedPart, public Realisation {
 
 class RealisedEventPort final : public RealisedPort {
   public:
-    /// Adopts a declaration with one of the three reserved ids; any other stays with the syntax tree.
+    /// Adopts a declaration with one of the three reserved ids; any other belongs to the syntax tree.
     RealisedEventPort(unsigned int id, const VornComponentRealisation* component, const VornEventPort* port);
 
     /// Always bool: there is no value behind an event port, and the tag means nothing.
@@ -36,7 +36,7 @@ class RealisedEventPort final : public RealisedPort {
     const VornEventPort* realises() const override { return mEventPort; }
     void print(std::ostream& stream) const override;
 
-    /// An error port never blocks, whatever its declaration says.
+    /// Always true for an error port.
     bool nonblocking() const noexcept { return mNonblocking; }
     /// How the event occurs by itself; none for a port that is no error port.
     DistributionType occurrence() const noexcept { return mOccurrence; }

@@ -148,7 +148,7 @@ class VornComponentRealisation final : public RealisedIdentifier, public Realisa
     const VornComponentImplementation* mImplementation;
     const VornComponentRealisation* mParentComponent;
     ModeList mInModes;
-    // Modes are before what refers to them, subcomponents before what refers to their ports.
+    // Destroyed from the last to the first: nothing outlives the modes or ports that it refers to.
     Owned<RealisedMode> mModes;
     Owned<RealisedEventPort> mEventPorts;
     Owned<RealisedDataPort> mDataPorts;

@@ -65,8 +65,8 @@ VornComponentImplementation::VornComponentImplementation(
       mHasActivationMode(std::any_of(mModes.begin(), mModes.end(), [](const auto& mode) {
           return mode.second->type() == VornModeType::activation;
       })) {
-    // A declared "mode" stays. The variable that would hold the current mode is then not added, and since the model
-    // asks for the name itself nothing is worth a warning.
+    // A declared "mode" replaces the variable that holds the current mode. There is no warning, since the model asks
+    // for the name itself.
     if (!mDataSubcomponents.contains("mode")) {
         mDataSubcomponents.emplace("mode", std::make_unique<TypedVornDataSubcomponent<VornModeVal>>(
                                                "mode", nullptr, std::vector<std::string>{}, false));

@@ -8,7 +8,7 @@
 
 namespace vornrun {
 
-// The order of parsing is one order on every machine and in every run, unlike that of addresses.
+// Addresses differ between runs; the order of parsing does not.
 bool ImplementationOrder::operator()(const VornComponentImplementation* a, const VornComponentImplementation* b) const {
     return a->serial() < b->serial();
 }

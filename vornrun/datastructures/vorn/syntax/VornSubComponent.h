@@ -40,7 +40,7 @@ class VornSubComponent final : public Vorn {
     /// Not owned; null until the specification resolves it.
     VornComponentImplementation* implementation() const noexcept { return mImplementation; }
     void setImplementation(VornComponentImplementation* implementation) { mImplementation = implementation; }
-    /// The reference taken apart into package, type and implementation name; the optional parts may be empty.
+    /// The package, type and implementation name of the reference; the optional parts may be empty.
     std::tuple<std::string, std::string, std::string> compSpecifier() const;
     void printVorn(std::ostream& stream) const override;
 

@@ -65,7 +65,7 @@ class RealisationFixture : public testing::Test {
         return part;
     }
 
-    /// A variable on a new slot that stands for a new data subcomponent of that name.
+    /// A variable on a new slot, of a new data subcomponent of that name.
     template <class T>
     TypedRealisedVariable<T>* variable(const std::string& name, const typename T::AssociatedDataType& value) {
         const RealisedDataSubcomponent* part = data<T>(nextPart++, name);

@@ -9,7 +9,7 @@ namespace {
 
 using RealisedModeTest = RealisationFixture;
 
-/// `variable <= bound`, with the comparison that tells the delays.
+/// `variable <= bound`, with the comparison from which the delays are computed.
 VornLinearExpression* atMost(TypedRealisedVariable<VornClock>* variable, RealisedVariable* rate, double bound) {
     auto* comparison = new LinExp(constant<VornReal>(bound), parser::OperatorType::LEq);
     comparison->addTerm(variable->clone(), rate, constant<VornReal>(1.0));

@@ -18,8 +18,7 @@ class DynamicValuesLog {
     static const Log sLogger;
 };
 
-/// Writes a payload into a value in place. A placeholder mode belongs to whoever made it, so that the value gets one of
-/// its own.
+/// Writes a payload into a value in place. A placeholder mode still belongs to its maker, so the value gets a copy.
 template <class T>
 void storePayload(TypedVornValue<T>& value, const typename T::AssociatedDataType& payload) {
     if constexpr (std::same_as<T, VornModeVal>)

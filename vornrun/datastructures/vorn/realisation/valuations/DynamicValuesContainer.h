@@ -13,7 +13,8 @@ namespace vornrun {
 
 class DynamicValuesContainer {
   public:
-    /// Adopts the eight stores, none of which is null.
+    /// Adopts the eight stores.
+    /// \pre none of them is null
     DynamicValuesContainer(DynamicValues<VornBool>* bools, DynamicValues<VornReal>* reals,
                            DynamicValues<VornInt>* integers, DynamicValues<VornContinuous>* continuous,
                            DynamicValues<VornClock>* clocks, DynamicValues<VornInterval>* intervals,
@@ -61,7 +62,7 @@ class DynamicValuesContainer {
     Stores<VornBool, VornReal, VornInt, VornContinuous, VornClock, VornInterval, VornEnum, VornModeVal> mStores;
 };
 
-/// The permanent values of all types, and what a snapshot of them is.
+/// The permanent values of all types. A snapshot of them is another object of this class.
 class DynamicValuesContainerPermanent final : public DynamicValuesContainer {
   public:
     DynamicValuesContainerPermanent();

@@ -74,8 +74,8 @@ TimeInterval TimeInterval::intersect(const TimeInterval& other) const {
 TimeInterval TimeInterval::unite(const TimeInterval& other) const {
     if (ranges.empty()) return other;
     if (other.ranges.empty()) return *this;
-    // A merge by `lower` that only moves forward; no tolerance, so that the smallest gap stays one. Empty ranges of
-    // this interval take part as they are, those of the other do not.
+    // A merge by `lower`, without a tolerance: even the smallest gap remains. Empty ranges of this interval take part,
+    // those of the other do not.
     Coalescer merged;
     std::size_t i = 0;
     for (const TimeRange& inserted : other.ranges) {

@@ -12,7 +12,7 @@ TypedVornValue<T>* TypedVornExpressionTree<T>::evaluationResultTyped() const {
     return new TypedVornValue<T>(evaluateDirect());
 }
 
-// A placeholder mode belongs to the literal in the tree, so that the box needs one of its own.
+// The literal in the tree owns its placeholder mode, so the box needs a copy.
 template <>
 TypedVornValue<VornModeVal>* TypedVornExpressionTree<VornModeVal>::evaluationResultTyped() const {
     return new TypedVornValue<VornModeVal>(TypedVornValue<VornModeVal>::copyOf(evaluateDirect()));

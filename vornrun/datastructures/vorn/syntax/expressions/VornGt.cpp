@@ -4,7 +4,7 @@ namespace vornrun {
 
 template <>
 struct BinaryMeaning<VornGt> {
-    /// Strict order has no tolerance, whatever the types.
+    /// Strict order has no tolerance for any types.
     template <class Left, class Right>
     static bool evaluate(const Operand<Left>& left, const Operand<Right>& right) {
         return onBothNumbers(left, right, [](auto l, auto r) { return l > r; });

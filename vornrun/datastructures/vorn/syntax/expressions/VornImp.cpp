@@ -4,8 +4,8 @@ namespace vornrun {
 
 template <>
 struct BinaryMeaning<VornImp> {
-    /// Looks at the presence of the operands and never evaluates them: an implication between two operands always
-    /// holds, and one without its right operand holds only without its left one too.
+    /// Checks whether the operands are there and never evaluates them. An implication between two operands always
+    /// holds. One without a right operand holds only if it has no left one either.
     static bool evaluate(const Operand<VornBool>& left, const Operand<VornBool>& right) {
         return right.get() != nullptr || left.get() == nullptr;
     }

@@ -16,8 +16,8 @@ using parser::OperatorType;
 
 namespace {
 
-/// A rate this close to zero makes a comparison independent of time, and strict bounds move inwards by as much, so that
-/// a delay drawn at the bound of an open set cannot land on the excluded point.
+/// A comparison whose rate is this close to zero does not depend on time. Strict bounds move inwards by as much, so
+/// that a delay drawn at the bound of an open set cannot be the excluded point.
 constexpr double LIN_TOLERANCE = 1e-6;
 
 void printTree(std::ostream& stream, const VornExpressionTree* tree) {

@@ -25,7 +25,7 @@ typename T::AssociatedDataType sample(std::size_t which) {
     } else if constexpr (IntegerTag<T>) {
         return std::array{7L, -8L, 9000000000L}[which];
     } else if constexpr (std::same_as<T, VornEnum>) {
-        // One too long to stand inside a std::string.
+        // One too long for the buffer inside a std::string.
         return std::array<std::string, 3>{"idle", "busy", std::string(100, 'x')}[which];
     } else {
         static const RealisedMode modes[] = {{1, "on"}, {2, "off"}, {3, "failed"}};

@@ -107,7 +107,7 @@ TEST(Converter, AnIntervalOf3ConvertsToTheReal3AndTheClock3) {
 }
 
 TEST(Converter, ALargeIntegerRoundsAsTheOrdinaryConversionToDoubleDoes) {
-    // 2^53 + 1 lies halfway between two doubles and goes to the even one.
+    // 2^53 + 1 is halfway between two doubles and is rounded to the even one.
     EXPECT_EQ((Converter<VornInt, VornReal>::convert(9007199254740993)), 9007199254740992.0);
     EXPECT_EQ((Converter<VornInt, VornReal>::convert(std::numeric_limits<long>::min())), -9223372036854775808.0);
 }
