@@ -17,7 +17,7 @@ import pathlib
 import re
 import sys
 
-DOCUMENTS = ("docs/troubleshooting.md", "docs/model-format.md", "docs/property-format.md")
+DOCUMENTS = ("docs/troubleshooting.md", "docs/model-format.md", "docs/property-format.md", "docs/library.md")
 SOURCES = ("vornrun", "tools")
 
 # Literals that are no messages, by the reason.

@@ -98,7 +98,7 @@ Tree oneByZeroIsOne() {
     return binary("=", binary("/", constant<VornInt>(1), constant<VornInt>(0)).release(), constant<VornInt>(1));
 }
 
-TEST(IntegerDivisionDeathTest, TrapsOnEitherSideOfIff) {
+TEST(IffDeathTest, EvaluatesBothSides) {
     const Tree onTheLeft = binary("iff", oneByZeroIsOne().release(), constant<VornBool>(true));
     const Tree onTheRight = binary("iff", constant<VornBool>(true), oneByZeroIsOne().release());
     expectArithmeticSignal<VornBool>(onTheLeft);
