@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-
 #include <memory>
 
 #include "tests/support/Printed.h"
