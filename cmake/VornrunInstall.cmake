@@ -19,6 +19,12 @@ install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" USE_SOURCE_PERM
 install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" USE_SOURCE_PERMISSIONS ${without_leftovers}
     PATTERN "vornrun.1" EXCLUDE)
 
+# The pages that lie there now speak of the installed program.
+install(CODE "execute_process(
+    COMMAND \"\${CMAKE_COMMAND}\" \"-DPAGES=\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DOCDIR}\"
+        -P \"${PROJECT_SOURCE_DIR}/cmake/InstalledPages.cmake\"
+    COMMAND_ERROR_IS_FATAL ANY)")
+
 # The library: archive, headers, and the two ways to find them. The headers are those of all layers, since a question
 # can be made from a formula object; the door is vornrun/api.
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME library)

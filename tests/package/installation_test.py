@@ -45,6 +45,13 @@ class Installation(unittest.TestCase):
     def test_programs_and_scripts_and_only_they_are_executable(self):
         self.assertEqual({path for path in self.files if os.access(self.prefix / path, os.X_OK)}, PROGRAMS | scripts())
 
+    def test_the_installed_pages_speak_of_the_installed_program(self):
+        self.assertIn("<!-- source tree -->", (SOURCE / "README.md").read_text())
+        for page in (self.prefix / DOCUMENTS).rglob("*.md"):
+            text = page.read_text()
+            self.assertNotIn("<!-- source tree -->", text, page)
+            self.assertNotIn("<!-- installed", text, page)
+
     def test_the_installed_tool_runs_an_installed_example(self):
         model, properties = smallest_example(self.prefix / DOCUMENTS / "examples")
         run = subprocess.run([self.prefix / "bin/vornrun", "--seed", "1", "--numtraces", "2", "--level", "warn", model,
